@@ -1,0 +1,80 @@
+// Copyright Orvane. All Rights Reserved.
+
+#include "AutomationTestCommand.h"
+#include "Containers/StringConv.h"
+#include "CoreMinimal.h"
+#include "EditorCommand.h"
+#include "HeadlessEditorSession.h"
+#include "Misc/OutputDeviceRedirector.h"
+#include "Misc/OutputDeviceStdOutput.h"
+#include "ProgramOutput.h"
+
+namespace
+{
+	const TCHAR* const UsageText =
+		TEXT("Usage: orvane <command> [options]\n"
+			 "\n"
+			 "Commands:\n"
+			 "  editor               Boot the headless editor on a project and report the plug-in modules it loaded.\n"
+			 "  test [Filter]        Run the automation tests whose full name starts with Filter (all when omitted).\n"
+			 "       --junit FILE    Also write the results as JUnit XML.\n"
+			 "\n"
+			 "Options of both commands:\n"
+			 "  --project PATH       Open this project (folder or .uproject) in place instead of a throwaway copy\n"
+			 "                       of the sample project.\n"
+			 "  --keep               Keep the throwaway copy on disk after the run.");
+
+	int32 RunTestCommand(const TArray<FString>& Args)
+	{
+		TArray<FString> Remaining = Args;
+		FHeadlessEditorOptions Options;
+		FString Error;
+		if (!Options.Parse(Remaining, Error))
+		{
+			ProgramOutput::Error(Error);
+			return 2;
+		}
+		FHeadlessEditorSession Session(Options);
+		if (!Session.IsRunning())
+		{
+			ProgramOutput::Error(Session.GetError());
+			return 1;
+		}
+		return RunAutomationTestCommand(Remaining);
+	}
+} // namespace
+
+int main(int ArgC, char* ArgV[])
+{
+	FOutputDeviceStdOutput Console;
+	GLog->AddOutputDevice(&Console);
+
+	TArray<FString> Args;
+	for (int32 Index = 1; Index < ArgC; ++Index)
+	{
+		Args.Add(FString(UTF8_TO_TCHAR(ArgV[Index])));
+	}
+	if (Args.Num() == 0 || Args[0] == TEXT("--help") || Args[0] == TEXT("-h") || Args[0] == TEXT("help"))
+	{
+		ProgramOutput::Line(UsageText);
+		return Args.Num() == 0 ? 2 : 0;
+	}
+
+	const FString Command = Args[0];
+	Args.RemoveAt(0);
+	int32 ExitCode = 2;
+	if (Command == TEXT("editor"))
+	{
+		ExitCode = RunEditorCommand(Args);
+	}
+	else if (Command == TEXT("test"))
+	{
+		ExitCode = RunTestCommand(Args);
+	}
+	else
+	{
+		ProgramOutput::Error(FString::Printf(TEXT("Unknown command '%s'. Run 'orvane --help'."), *Command));
+	}
+	GLog->RemoveOutputDevice(&Console);
+	return ExitCode;
+}

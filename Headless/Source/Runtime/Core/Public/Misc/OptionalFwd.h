@@ -1,0 +1,6 @@
+// Copyright Orvane. All Rights Reserved.
+
+#pragma once
+
+template <typename OptionalType>
+struct TOptional;

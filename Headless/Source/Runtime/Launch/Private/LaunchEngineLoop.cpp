@@ -1,0 +1,127 @@
+// Copyright Orvane. All Rights Reserved.
+
+#include "LaunchEngineLoop.h"
+
+#include "Containers/Ticker.h"
+#include "HAL/FileManager.h"
+#include "HAL/PlatformTime.h"
+#include "Interfaces/IPluginManager.h"
+#include "Interfaces/IProjectManager.h"
+#include "Misc/App.h"
+#include "Misc/CommandLine.h"
+#include "Misc/CoreDelegates.h"
+#include "Misc/Parse.h"
+#include "Misc/Paths.h"
+#include "Modules/ModuleManager.h"
+#include "PluginDescriptor.h"
+
+DEFINE_LOG_CATEGORY_STATIC(LogEngineLoop, Log, All);
+
+FEngineLoop GEngineLoop;
+
+namespace
+{
+	/** Resolves the command line's project argument: a .uproject file, or a folder holding exactly one. */
+	FString FindProjectFile(const FString& ProjectArgument)
+	{
+		const FString FullPath = FPaths::ConvertRelativePathToFull(ProjectArgument);
+		if (FPaths::GetExtension(FullPath) == TEXT("uproject"))
+		{
+			return FPaths::FileExists(FullPath) ? FullPath : FString();
+		}
+		TArray<FString> ProjectFiles;
+		IFileManager::Get().FindFiles(ProjectFiles, *(FullPath / TEXT("*.uproject")), true, false);
+		return ProjectFiles.Num() == 1 ? FullPath / ProjectFiles[0] : FString();
+	}
+
+	const ELoadingPhase::Type StartupPhases[] = {ELoadingPhase::EarliestPossible, ELoadingPhase::PostConfigInit,
+		ELoadingPhase::PostSplashScreen, ELoadingPhase::PreEarlyLoadingScreen, ELoadingPhase::PreLoadingScreen,
+		ELoadingPhase::PreDefault, ELoadingPhase::Default, ELoadingPhase::PostDefault, ELoadingPhase::PostEngineInit};
+} // namespace
+
+int32 FEngineLoop::PreInit(const TCHAR* CmdLine)
+{
+	FCommandLine::Set(CmdLine);
+	const TCHAR* Stream = CmdLine;
+	const FString ProjectArgument = FParse::Token(Stream, false);
+	if (ProjectArgument.IsEmpty() || ProjectArgument.StartsWith(TEXT("-")))
+	{
+		UE_LOG(LogEngineLoop, Error,
+			TEXT("No project was given: the command line must start with a .uproject file or its folder."));
+		return 1;
+	}
+	const FString ProjectFile = FindProjectFile(ProjectArgument);
+	if (ProjectFile.IsEmpty())
+	{
+		UE_LOG(
+			LogEngineLoop, Error, TEXT("'%s' is neither a .uproject file nor a folder holding one."), *ProjectArgument);
+		return 1;
+	}
+	FPaths::SetProjectFilePath(ProjectFile);
+	FApp::SetProjectName(*FPaths::GetBaseFilename(ProjectFile));
+	if (!IProjectManager::Get().LoadProjectFile(ProjectFile))
+	{
+		return 1;
+	}
+	GIsEditor = true;
+	return 0;
+}
+
+int32 FEngineLoop::Init()
+{
+	FModuleManager::Get().LoadModuleChecked(TEXT("Core"));
+	FModuleManager::Get().LoadModuleChecked(TEXT("Projects"));
+
+	IPluginManager& PluginManager = IPluginManager::Get();
+	PluginManager.RefreshPluginsList();
+	bool bSuccess = true;
+	for (const ELoadingPhase::Type Phase : StartupPhases)
+	{
+		bSuccess &= PluginManager.LoadModulesForEnabledPlugins(Phase);
+		RecordLoadedPluginModules(Phase);
+	}
+
+	GIsRunning = true;
+	LastRealTime = FPlatformTime::Seconds();
+	FCoreDelegates::OnPostEngineInit.Broadcast();
+	FCoreDelegates::OnFEngineLoopInitComplete.Broadcast();
+	return bSuccess ? 0 : 1;
+}
+
+void FEngineLoop::RecordLoadedPluginModules(ELoadingPhase::Type Phase)
+{
+	for (const TSharedRef<IPlugin>& Plugin : IPluginManager::Get().GetEnabledPlugins())
+	{
+		for (const FModuleDescriptor& Module : Plugin->GetDescriptor().Modules)
+		{
+			if (Module.LoadingPhase == Phase && FModuleManager::Get().IsModuleLoaded(Module.Name))
+			{
+				LoadedPluginModules.AddUnique(Module.Name);
+			}
+		}
+	}
+}
+
+void FEngineLoop::Tick()
+{
+	const double Now = FPlatformTime::Seconds();
+	const double DeltaSeconds = FApp::UseFixedTimeStep() ? FApp::GetFixedDeltaTime() : Now - LastRealTime;
+	LastRealTime = Now;
+
+	FApp::UpdateLastTime();
+	FApp::SetDeltaTime(DeltaSeconds);
+	FApp::SetCurrentTime(FApp::GetCurrentTime() + DeltaSeconds);
+
+	FCoreDelegates::OnBeginFrame.Broadcast();
+	FTSTicker::GetCoreTicker().Tick(static_cast<float>(DeltaSeconds));
+	FCoreDelegates::OnEndFrame.Broadcast();
+	++GFrameCounter;
+}
+
+void FEngineLoop::Exit()
+{
+	GIsRunning = false;
+	FCoreDelegates::OnEnginePreExit.Broadcast();
+	FModuleManager::Get().UnloadModulesAtShutdown();
+	LoadedPluginModules.Reset();
+}

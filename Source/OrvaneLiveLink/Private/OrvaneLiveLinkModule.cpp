@@ -1,0 +1,11 @@
+// Copyright Orvane. All Rights Reserved.
+
+#include "CoreMinimal.h"
+#include "Modules/ModuleManager.h"
+
+/** The editor module that manages Live Link sources and presets and imports stage files into nDisplay. */
+class FOrvaneLiveLinkModule : public IModuleInterface
+{
+};
+
+IMPLEMENT_MODULE(FOrvaneLiveLinkModule, OrvaneLiveLink)
