@@ -1063,7 +1063,10 @@ private:
 	{
 		check(NewMax >= ArrayNum);
 		ElementType* NewData = Allocate(NewMax);
-		RelocateItems(NewData, AllocatorData, ArrayNum);
+		if (NewData != nullptr && ArrayNum > 0)
+		{
+			RelocateItems(NewData, AllocatorData, ArrayNum);
+		}
 		FMemory::Free(AllocatorData);
 		AllocatorData = NewData;
 		ArrayMax = NewMax;
