@@ -82,6 +82,62 @@ function(_ue_module_sources OutVar ModuleDir)
 	set(${OutVar} ${Sources} PARENT_SCOPE)
 endfunction()
 
+# Reflection: the header tool reads the UCLASS/USTRUCT/UENUM declarations of a module's headers and writes
+# <Header>.generated.h and <Header>.gen.cpp into the build folder. The .gen.cpp files are compiled into
+# the module; the generated headers' folder is a public include folder, as the engine's is.
+find_package(Python3 COMPONENTS Interpreter REQUIRED)
+set(UE_HEADER_TOOL "${CMAKE_CURRENT_LIST_DIR}/../Headless/Tools/HeaderTool/HeaderTool.py")
+get_filename_component(UE_HEADER_TOOL "${UE_HEADER_TOOL}" ABSOLUTE)
+
+function(_ue_reflect_module Target ModuleDir)
+	file(GLOB_RECURSE Headers CONFIGURE_DEPENDS
+		"${ModuleDir}/Public/*.h" "${ModuleDir}/Classes/*.h" "${ModuleDir}/Private/*.h")
+	set(OutDir "${CMAKE_BINARY_DIR}/Intermediate/Inc/${Target}/UHT")
+	file(MAKE_DIRECTORY "${OutDir}")
+	target_include_directories(${Target} PUBLIC "${OutDir}")
+
+	# Only headers that declare reflected types get generated files; which ones do is decided here, and
+	# the tool asks for a new configure (through the rescan stamp) when a header starts declaring some.
+	set(Reflected "")
+	foreach(Header IN LISTS Headers)
+		file(STRINGS "${Header}" Hits REGEX "^[ \t]*(UCLASS|USTRUCT|UENUM)[ \t]*\\(")
+		if(Hits)
+			list(APPEND Reflected "${Header}")
+		endif()
+	endforeach()
+	set(RescanStamp "${OutDir}/Rescan.stamp")
+	if(NOT EXISTS "${RescanStamp}")
+		file(WRITE "${RescanStamp}" "")
+	endif()
+	set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${RescanStamp}")
+	list(JOIN Reflected "\n" ExpectedText)
+	file(CONFIGURE OUTPUT "${OutDir}/ReflectedHeaders.txt" CONTENT "${ExpectedText}\n")
+	if(NOT Reflected)
+		return()
+	endif()
+
+	set(Generated "")
+	set(GeneratedSources "")
+	foreach(Header IN LISTS Reflected)
+		get_filename_component(Base "${Header}" NAME_WE)
+		list(APPEND Generated "${OutDir}/${Base}.generated.h" "${OutDir}/${Base}.gen.cpp")
+		list(APPEND GeneratedSources "${OutDir}/${Base}.gen.cpp")
+	endforeach()
+	set(Stamp "${OutDir}/${Target}.reflection.stamp")
+	add_custom_command(
+		OUTPUT "${Stamp}"
+		BYPRODUCTS ${Generated}
+		COMMAND "${Python3_EXECUTABLE}" "${UE_HEADER_TOOL}"
+			--module "${Target}" --module-dir "${ModuleDir}" --output-dir "${OutDir}"
+			--repo-root "${CMAKE_SOURCE_DIR}" --expected "${OutDir}/ReflectedHeaders.txt"
+			--rescan-stamp "${RescanStamp}" ${Headers}
+		COMMAND "${CMAKE_COMMAND}" -E touch "${Stamp}"
+		DEPENDS ${Headers} "${UE_HEADER_TOOL}"
+		COMMENT "Generating reflection code for ${Target}"
+		VERBATIM)
+	target_sources(${Target} PRIVATE "${Stamp}" ${GeneratedSources})
+endfunction()
+
 # Declares a module of the headless engine, in the current source folder.
 #   ue_engine_module(Core DEPENDS ... PRIVATE_DEPENDS ...)
 function(ue_engine_module Name)
@@ -90,6 +146,7 @@ function(ue_engine_module Name)
 	_ue_module_sources(Sources "${ModuleDir}")
 	add_library(${Name} SHARED ${Sources})
 	_ue_configure_module(${Name} "${ModuleDir}")
+	_ue_reflect_module(${Name} "${ModuleDir}")
 	target_link_libraries(${Name} PUBLIC ${ARG_DEPENDS} PRIVATE ${ARG_PRIVATE_DEPENDS} ${ARG_SYSTEM_LIBS})
 	set_property(GLOBAL APPEND PROPERTY UE_ENGINE_MODULES ${Name})
 endfunction()
@@ -139,6 +196,7 @@ function(ue_plugin_module Name)
 	_ue_module_sources(Sources "${ModuleDir}")
 	add_library(${Name} SHARED ${Sources})
 	_ue_configure_module(${Name} "${ModuleDir}")
+	_ue_reflect_module(${Name} "${ModuleDir}")
 	set_property(GLOBAL APPEND PROPERTY UE_PLUGIN_MODULES ${Name})
 	set_target_properties(${Name} PROPERTIES UE_PUBLIC_MODULES "${PublicModules}" UE_PRIVATE_MODULES "${PrivateModules}")
 	_ue_link_build_cs_list(${Name} PUBLIC "${PublicModules}")

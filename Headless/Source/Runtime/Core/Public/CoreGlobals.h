@@ -15,6 +15,13 @@ extern CORE_API FOutputDeviceRedirector* GLog;
 /** The configuration cache; null until the configuration system is set up. */
 extern CORE_API FConfigCacheIni* GConfig;
 
+/** The names under which the editor's merged Engine, Game, Input, Editor and per-project editor settings live. */
+extern CORE_API FString GEngineIni;
+extern CORE_API FString GGameIni;
+extern CORE_API FString GInputIni;
+extern CORE_API FString GEditorIni;
+extern CORE_API FString GEditorPerProjectIni;
+
 /** True in the editor. The headless engine is an editor, so this starts true. */
 extern CORE_API bool GIsEditor;
 

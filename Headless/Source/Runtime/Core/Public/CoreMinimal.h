@@ -10,6 +10,7 @@
 #include "Containers/Array.h"
 #include "Containers/ContainerAllocationPolicies.h"
 #include "Containers/ContainersFwd.h"
+#include "Containers/EnumAsByte.h"
 #include "Containers/Map.h"
 #include "Containers/Set.h"
 #include "Containers/StringConv.h"
