@@ -182,10 +182,11 @@ TEST_F(FPathsTest, ARelativeProjectFileIsMadeAbsolute)
 	EXPECT_EQ(ToUtf8(FPaths::ProjectDir()), ToUtf8(FString(FPlatformProcess::BaseDir()) + TEXT("Some/")));
 }
 
-TEST_F(FPathsTest, EngineDirectoriesSitAboveTheBinaries)
+TEST_F(FPathsTest, EngineDirIsTheHeadlessEngineAndItsUserDirSitsAboveTheBinaries)
 {
 	const FString EngineDir = FPaths::EngineDir();
-	EXPECT_EQ(ToUtf8(EngineDir),
+	EXPECT_TRUE(FPaths::FileExists(EngineDir + TEXT("Source/Runtime/Core/Public/CoreMinimal.h"))) << ToUtf8(EngineDir);
+	EXPECT_EQ(ToUtf8(FPaths::EngineUserDir()),
 		ToUtf8(FPaths::ConvertRelativePathToFull(FString(FPlatformProcess::BaseDir()) + TEXT("../../"))));
 	EXPECT_TRUE(EngineDir.EndsWith(TEXT("/")));
 	EXPECT_EQ(ToUtf8(FPaths::EnginePluginsDir()), ToUtf8(EngineDir + TEXT("Plugins/")));

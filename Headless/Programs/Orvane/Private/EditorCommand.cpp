@@ -21,12 +21,32 @@ namespace
 		ProgramOutput::Line(FString::Printf(TEXT("Plug-in: %s %s (%s)"), *Plugin->GetName(),
 			*Plugin->GetDescriptor().VersionName, *Plugin->GetBaseDir()));
 
-		const TArray<FName>& Modules = GEngineLoop.GetLoadedPluginModules();
+		// The engine loop lists the modules of every enabled plug-in in load order; keep Orvane's.
+		TArray<FName> Modules;
+		for (const FName& Module : GEngineLoop.GetLoadedPluginModules())
+		{
+			if (Plugin->GetDescriptor().Modules.ContainsByPredicate(
+					[&Module](const FModuleDescriptor& Descriptor) { return Descriptor.Name == Module; }))
+			{
+				Modules.Add(Module);
+			}
+		}
 		ProgramOutput::Line(FString::Printf(TEXT("Loaded plug-in modules (%d):"), Modules.Num()));
 		for (const FName& Module : Modules)
 		{
 			ProgramOutput::Line(FString::Printf(TEXT("  %s"), *Module.ToString()));
 		}
+
+		TArray<FString> EnginePlugins;
+		for (const TSharedRef<IPlugin>& Enabled : IPluginManager::Get().GetEnabledPlugins())
+		{
+			if (Enabled->GetLoadedFrom() == EPluginLoadedFrom::Engine)
+			{
+				EnginePlugins.Add(Enabled->GetName());
+			}
+		}
+		ProgramOutput::Line(FString::Printf(TEXT("Engine plug-ins enabled: %s"),
+			EnginePlugins.Num() > 0 ? *FString::Join(EnginePlugins, TEXT(", ")) : TEXT("none")));
 	}
 } // namespace
 

@@ -12,6 +12,7 @@
 #include "Misc/CommandLine.h"
 #include "Misc/CoreDelegates.h"
 #include "Misc/Parse.h"
+#include "Misc/PackageName.h"
 #include "Misc/Paths.h"
 #include "Modules/ModuleManager.h"
 #include "PluginDescriptor.h"
@@ -33,6 +34,26 @@ namespace
 		TArray<FString> ProjectFiles;
 		IFileManager::Get().FindFiles(ProjectFiles, *(FullPath / TEXT("*.uproject")), true, false);
 		return ProjectFiles.Num() == 1 ? FullPath / ProjectFiles[0] : FString();
+	}
+
+	/**
+	 * Mounts each enabled plug-in's content at "/<Name>/". A plug-in whose content the headless engine
+	 * provides in its own Content/<Name>/ folder is mounted there instead, since the plug-in's real
+	 * Content/ folder is for the real engine's asset files only.
+	 */
+	void MountPluginContent()
+	{
+		for (const TSharedRef<IPlugin>& Plugin : IPluginManager::Get().GetEnabledPlugins())
+		{
+			if (!Plugin->CanContainContent())
+			{
+				continue;
+			}
+			const FString HeadlessContentDir = FPaths::EngineContentDir() + Plugin->GetName() + TEXT("/");
+			const FString ContentDir =
+				FPaths::DirectoryExists(HeadlessContentDir) ? HeadlessContentDir : Plugin->GetContentDir() + TEXT("/");
+			FPackageName::RegisterMountPoint(Plugin->GetMountedAssetPath(), ContentDir);
+		}
 	}
 
 	const ELoadingPhase::Type StartupPhases[] = {ELoadingPhase::EarliestPossible, ELoadingPhase::PostConfigInit,
@@ -72,10 +93,12 @@ int32 FEngineLoop::PreInit(const TCHAR* CmdLine)
 int32 FEngineLoop::Init()
 {
 	FModuleManager::Get().LoadModuleChecked(TEXT("Core"));
+	FModuleManager::Get().LoadModuleChecked(TEXT("CoreUObject"));
 	FModuleManager::Get().LoadModuleChecked(TEXT("Projects"));
 
 	IPluginManager& PluginManager = IPluginManager::Get();
 	PluginManager.RefreshPluginsList();
+	MountPluginContent();
 	bool bSuccess = true;
 	for (const ELoadingPhase::Type Phase : StartupPhases)
 	{

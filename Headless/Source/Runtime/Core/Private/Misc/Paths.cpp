@@ -73,7 +73,12 @@ namespace PathsPrivate
 
 FString FPaths::EngineDir()
 {
+#ifdef UE_HEADLESS_ENGINE_DIR
+	// The headless engine's sources, content and plug-ins live in the repository, not beside the binaries.
+	return PathsPrivate::WithTrailingSlash(ConvertRelativePathToFull(FString(UTF8_TO_TCHAR(UE_HEADLESS_ENGINE_DIR))));
+#else
 	return ConvertRelativePathToFull(FString(FPlatformProcess::BaseDir()) + TEXT("../../"));
+#endif
 }
 
 FString FPaths::EngineContentDir()
@@ -108,7 +113,8 @@ FString FPaths::EngineSourceDir()
 
 FString FPaths::EngineUserDir()
 {
-	return EngineDir();
+	// What the engine writes for the user goes to the build folder, never into the engine's sources.
+	return ConvertRelativePathToFull(FString(FPlatformProcess::BaseDir()) + TEXT("../../"));
 }
 
 FString FPaths::RootDir()
