@@ -1,6 +1,7 @@
 // Copyright Orvane. All Rights Reserved.
 
 #include "Misc/ConfigCacheIni.h"
+#include "ConfigTestFiles.h"
 #include "EngineTestPrinters.h"
 #include "GenericPlatform/GenericPlatformFile.h"
 #include "HAL/PlatformFileManager.h"
@@ -20,71 +21,9 @@
 
 namespace
 {
-	namespace fs = std::filesystem;
+	using namespace ConfigTestFiles;
 
 	const TCHAR* const RendererSection = TEXT("/Script/Engine.RendererSettings");
-
-	/** The shared test data: $ORVANE_SHARED_DIR, else "shared" beside the repository, else /work/shared. */
-	fs::path SharedDir()
-	{
-		if (const char* FromEnvironment = std::getenv("ORVANE_SHARED_DIR"); FromEnvironment && *FromEnvironment)
-		{
-			return fs::path(FromEnvironment);
-		}
-		const fs::path BesideRepository =
-			fs::path(__FILE__).parent_path().parent_path().parent_path().parent_path().parent_path() / "shared";
-		if (fs::exists(BesideRepository / "testdata"))
-		{
-			return BesideRepository;
-		}
-		return fs::path("/work/shared");
-	}
-
-	fs::path TemplateDir()
-	{
-		return SharedDir() / "testdata" / "config" / "vp-template";
-	}
-
-	std::string ReadBytes(const fs::path& Path)
-	{
-		std::ifstream Stream(Path, std::ios::binary);
-		std::ostringstream Buffer;
-		Buffer << Stream.rdbuf();
-		return Buffer.str();
-	}
-
-	void WriteBytes(const fs::path& Path, const std::string& Bytes)
-	{
-		fs::create_directories(Path.parent_path());
-		std::ofstream Stream(Path, std::ios::binary | std::ios::trunc);
-		Stream << Bytes;
-	}
-
-	FString ToFString(const fs::path& Path)
-	{
-		return FString(UTF8_TO_TCHAR(Path.string().c_str()));
-	}
-
-	/** Text with its one line Old (whole line, LF-terminated) replaced by New lines; fails if Old is not there exactly
-	 * once. */
-	std::string ReplaceOnlyLine(const std::string& Text, const std::string& Old, const std::string& New)
-	{
-		const std::string Needle = "\n" + Old + "\n";
-		const size_t First = Text.find(Needle);
-		EXPECT_NE(First, std::string::npos) << "line not found: " << Old;
-		EXPECT_EQ(Text.find(Needle, First + 1), std::string::npos) << "line found twice: " << Old;
-		if (First == std::string::npos)
-		{
-			return Text;
-		}
-		return Text.substr(0, First + 1) + New + (New.empty() ? "" : "\n") + Text.substr(First + Needle.size());
-	}
-
-	/** Inserts New (LF-terminated lines) right after the one line After. */
-	std::string InsertAfterLine(const std::string& Text, const std::string& After, const std::string& New)
-	{
-		return ReplaceOnlyLine(Text, After, After + "\n" + New);
-	}
 
 	std::string ToCrLf(const std::string& Text)
 	{
@@ -109,21 +48,6 @@ namespace
 		}
 		return Result;
 	}
-
-	/** Keeps the warnings and errors logged while it is attached. */
-	class FWarningCapture : public FOutputDevice
-	{
-	public:
-		void Serialize(const TCHAR* V, ELogVerbosity::Type Verbosity, const FName& Category) override
-		{
-			if (Verbosity <= ELogVerbosity::Warning)
-			{
-				Messages.push_back(::ToUtf8(Category.ToString()) + ": " + ::ToUtf8(V));
-			}
-		}
-
-		std::vector<std::string> Messages;
-	};
 
 	/** A throwaway project whose Config folder holds copies of the real project files. */
 	class ConfigCacheIniTest : public ::testing::Test

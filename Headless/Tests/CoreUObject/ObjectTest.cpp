@@ -141,9 +141,9 @@ TEST(ObjectTest, ClassFlagsAndConfigNames)
 	UClass* Class = UReflectionTestObject::StaticClass();
 	EXPECT_TRUE(Class->HasAnyClassFlags(CLASS_Native));
 	EXPECT_TRUE(Class->HasAnyClassFlags(CLASS_Config));
-	EXPECT_EQ(Str(Class->GetConfigName().ToString()), "Game");
+	EXPECT_EQ(Str(Class->GetConfigName()), Str(GGameIni));
 	EXPECT_EQ(Str(Class->ClassConfigName.ToString()), "Game");
-	EXPECT_EQ(Str(UObject::StaticClass()->GetConfigName().ToString()), "Engine");
+	EXPECT_EQ(Str(UObject::StaticClass()->ClassConfigName.ToString()), "Engine");
 	EXPECT_FALSE(UObject::StaticClass()->HasAnyClassFlags(CLASS_Config));
 	EXPECT_TRUE(UObject::StaticClass()->HasAnyClassFlags(CLASS_Abstract));
 	EXPECT_EQ(Class->GetSuperClass(), UReflectionTestBase::StaticClass());

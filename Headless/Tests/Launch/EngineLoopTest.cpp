@@ -40,11 +40,12 @@ TEST_F(FEngineLoopTest, TheCoreTickerFiresAOneSecondDelayOnTheFourthFrame)
 {
 	int32 FiredOnFrame = 0;
 	int32 Frame = 0;
-	FTSTicker::GetCoreTicker().AddTicker(FTickerDelegate::CreateLambda([&FiredOnFrame, &Frame](float)
-		{
-			FiredOnFrame = Frame;
-			return false;
-		}),
+	FTSTicker::GetCoreTicker().AddTicker(FTickerDelegate::CreateLambda(
+											 [&FiredOnFrame, &Frame](float)
+											 {
+												 FiredOnFrame = Frame;
+												 return false;
+											 }),
 		1.0f);
 	for (Frame = 1; Frame <= 6; ++Frame)
 	{
@@ -56,13 +57,22 @@ TEST_F(FEngineLoopTest, TheCoreTickerFiresAOneSecondDelayOnTheFourthFrame)
 TEST_F(FEngineLoopTest, FramesAreBracketedByTheBeginAndEndFrameEvents)
 {
 	FString Order;
-	const FDelegateHandle Begin = FCoreDelegates::OnBeginFrame.AddLambda([&Order]() { Order += TEXT("B"); });
-	FTSTicker::FDelegateHandle Ticker = FTSTicker::GetCoreTicker().AddTicker(FTickerDelegate::CreateLambda([&Order](float)
+	const FDelegateHandle Begin = FCoreDelegates::OnBeginFrame.AddLambda(
+		[&Order]()
+		{
+			Order += TEXT("B");
+		});
+	FTSTicker::FDelegateHandle Ticker = FTSTicker::GetCoreTicker().AddTicker(FTickerDelegate::CreateLambda(
+		[&Order](float)
 		{
 			Order += TEXT("T");
 			return true;
 		}));
-	const FDelegateHandle End = FCoreDelegates::OnEndFrame.AddLambda([&Order]() { Order += TEXT("E"); });
+	const FDelegateHandle End = FCoreDelegates::OnEndFrame.AddLambda(
+		[&Order]()
+		{
+			Order += TEXT("E");
+		});
 
 	GEngineLoop.Tick();
 	GEngineLoop.Tick();

@@ -26,7 +26,10 @@ namespace
 		for (const FName& Module : GEngineLoop.GetLoadedPluginModules())
 		{
 			if (Plugin->GetDescriptor().Modules.ContainsByPredicate(
-					[&Module](const FModuleDescriptor& Descriptor) { return Descriptor.Name == Module; }))
+					[&Module](const FModuleDescriptor& Descriptor)
+					{
+						return Descriptor.Name == Module;
+					}))
 			{
 				Modules.Add(Module);
 			}

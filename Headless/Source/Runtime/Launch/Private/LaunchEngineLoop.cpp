@@ -8,14 +8,15 @@
 #include "Interfaces/IPluginManager.h"
 #include "Interfaces/IProjectManager.h"
 #include "Misc/App.h"
-#include "Misc/ConfigCacheIni.h"
 #include "Misc/CommandLine.h"
+#include "Misc/ConfigCacheIni.h"
 #include "Misc/CoreDelegates.h"
-#include "Misc/Parse.h"
 #include "Misc/PackageName.h"
+#include "Misc/Parse.h"
 #include "Misc/Paths.h"
 #include "Modules/ModuleManager.h"
 #include "PluginDescriptor.h"
+#include "UObject/DefaultObjectConfig.h"
 
 DEFINE_LOG_CATEGORY_STATIC(LogEngineLoop, Log, All);
 
@@ -87,6 +88,7 @@ int32 FEngineLoop::PreInit(const TCHAR* CmdLine)
 	}
 	GIsEditor = true;
 	FConfigCacheIni::InitializeConfigSystem();
+	UE::CoreUObject::LoadConfigForExistingDefaultObjects();
 	return 0;
 }
 

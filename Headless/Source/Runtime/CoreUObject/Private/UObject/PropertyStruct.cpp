@@ -131,12 +131,25 @@ uint32 FStructProperty::GetValueTypeHashInternal(const void* Src) const
 void FStructProperty::ExportText_Internal(FString& ValueStr, const void* PropertyValue, const void* DefaultValue,
 	UObject* Parent, int32 PortFlags, UObject* ExportRootScope) const
 {
+	// Structs with their own text form (soft paths, GUIDs...) are written as the engine writes them, not as fields.
+	UScriptStruct::ICppStructOps* Ops = Struct->GetCppStructOps();
+	if (Ops && Ops->HasExportTextItem() &&
+		Ops->ExportTextItem(ValueStr, PropertyValue, DefaultValue, Parent, PortFlags, ExportRootScope))
+	{
+		return;
+	}
 	Struct->ExportText(ValueStr, PropertyValue, DefaultValue, Parent, PortFlags, ExportRootScope);
 }
 
 const TCHAR* FStructProperty::ImportText_Internal(
 	const TCHAR* Buffer, void* Data, int32 PortFlags, UObject* OwnerObject, FOutputDevice* ErrorText) const
 {
+	UScriptStruct::ICppStructOps* Ops = Struct->GetCppStructOps();
+	if (Ops && Ops->HasImportTextItem())
+	{
+		const TCHAR* Cursor = Buffer;
+		return Ops->ImportTextItem(Cursor, Data, PortFlags, OwnerObject, ErrorText) ? Cursor : nullptr;
+	}
 	return Struct->ImportText(Buffer, Data, OwnerObject, PortFlags, ErrorText, Struct->GetName());
 }
 

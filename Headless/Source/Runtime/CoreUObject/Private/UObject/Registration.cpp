@@ -96,9 +96,8 @@ namespace UE::CoreUObject::Private
 		PendingRegistrations().Add(InRegister);
 	}
 
-	UPackage* FindOrCreateScriptPackage(const TCHAR* PackageName)
+	UPackage* FindScriptPackage(FName Name)
 	{
-		const FName Name(PackageName);
 		if (const TArray<UObjectBase*>* Named = GetObjectArray().FindByName(Name))
 		{
 			for (UObjectBase* Object : *Named)
@@ -109,7 +108,23 @@ namespace UE::CoreUObject::Private
 				}
 			}
 		}
-		UPackage* Package = NewObject<UPackage>(nullptr, UPackage::StaticClass(), Name, RF_Public | RF_Standalone);
+		return nullptr;
+	}
+
+	UPackage* FindOrCreateScriptPackage(const TCHAR* PackageName)
+	{
+		const FName Name(PackageName);
+		// Registering UPackage's own class places it in /Script/CoreUObject, which may create the package
+		// asked for here; so the class comes first, then the lookup.
+		UClass* PackageClass = UPackage::StaticClass();
+		if (UPackage* Existing = FindScriptPackage(Name))
+		{
+			return Existing;
+		}
+		// NewObject would otherwise process pending registrations first; those register classes of this
+		// very package, create it, and the NewObject below would then replace it under their feet.
+		TGuardValue<bool> RegisteringGuard(GIsRegistering, true);
+		UPackage* Package = NewObject<UPackage>(nullptr, PackageClass, Name, RF_Public | RF_Standalone);
 		Package->SetPackageFlags(PKG_CompiledIn | PKG_ContainsScript);
 		Package->SetInternalFlags(EInternalObjectFlags::Native);
 		return Package;

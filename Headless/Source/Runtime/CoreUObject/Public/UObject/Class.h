@@ -207,6 +207,16 @@ public:
 		virtual uint32 GetStructTypeHash(const void* Src) = 0;
 		virtual bool HasGetTypeHash() = 0;
 
+		/** True when the struct writes its own text form (a member ExportTextItem, as FSoftObjectPath has). */
+		virtual bool HasExportTextItem() = 0;
+		virtual bool ExportTextItem(FString& ValueStr, const void* PropertyValue, const void* DefaultValue,
+			UObject* Parent, int32 PortFlags, UObject* ExportRootScope) = 0;
+
+		/** True when the struct reads its own text form (a member ImportTextItem). */
+		virtual bool HasImportTextItem() = 0;
+		virtual bool ImportTextItem(
+			const TCHAR*& Buffer, void* Data, int32 PortFlags, UObject* OwnerObject, FOutputDevice* ErrorText) = 0;
+
 		int32 GetSize() const { return Size; }
 		int32 GetAlignment() const { return Alignment; }
 
@@ -264,6 +274,40 @@ public:
 				GetTypeHash(X);
 			};
 		}
+		bool HasExportTextItem() override { return bHasExportTextItem; }
+		bool ExportTextItem(FString& ValueStr, const void* PropertyValue, const void* DefaultValue, UObject* Parent,
+			int32 PortFlags, UObject* ExportRootScope) override
+		{
+			if constexpr (bHasExportTextItem)
+			{
+				const CPPSTRUCT& Value = *static_cast<const CPPSTRUCT*>(PropertyValue);
+				const CPPSTRUCT Defaults{};
+				return Value.ExportTextItem(ValueStr,
+					DefaultValue ? *static_cast<const CPPSTRUCT*>(DefaultValue) : Defaults, Parent, PortFlags,
+					ExportRootScope);
+			}
+			return false;
+		}
+		bool HasImportTextItem() override { return bHasImportTextItem; }
+		bool ImportTextItem(
+			const TCHAR*& Buffer, void* Data, int32 PortFlags, UObject* OwnerObject, FOutputDevice* ErrorText) override
+		{
+			if constexpr (bHasImportTextItem)
+			{
+				return static_cast<CPPSTRUCT*>(Data)->ImportTextItem(Buffer, PortFlags, OwnerObject, ErrorText);
+			}
+			return false;
+		}
+
+	private:
+		static constexpr bool bHasExportTextItem = requires(const CPPSTRUCT& X, FString& Str)
+		{
+			X.ExportTextItem(Str, X, nullptr, 0, nullptr);
+		};
+		static constexpr bool bHasImportTextItem = requires(CPPSTRUCT & X, const TCHAR*& Buffer)
+		{
+			X.ImportTextItem(Buffer, 0, nullptr, (FOutputDevice*)nullptr);
+		};
 	};
 
 	UScriptStruct() = default;
@@ -423,8 +467,11 @@ public:
 	void AddFunctionToFunctionMap(UFunction* Function, FName FuncName);
 	void RemoveFunctionFromFunctionMap(UFunction* Function);
 
-	/** The config file name of the class ("Engine" for config=Engine). */
-	FName GetConfigName() const { return ClassConfigName; }
+	/**
+	 * The config file the class's values are read from and saved to: the branch of its config name (GEngineIni for
+	 * config=Engine), loaded on demand for names the config system does not load at start.
+	 */
+	FString GetConfigName() const;
 
 	/** Takes the constructor and reference reporter of the super class where this class has none. */
 	virtual void Bind();

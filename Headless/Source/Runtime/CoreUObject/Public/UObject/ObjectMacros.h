@@ -14,6 +14,14 @@
 
 // Reflection markers. The C++ compiler sees them as nothing; the header tool reads them and writes the
 // matching *.generated.h and *.gen.cpp files.
+/**
+ * Set for the C++ compiler. Blocks under "#if !CPP" are read by the header tool only (the reflection of types
+ * whose C++ definition lives elsewhere, see UObject/NoExportTypes.h).
+ */
+#ifndef CPP
+#define CPP 1
+#endif
+
 #define UCLASS(...)
 #define USTRUCT(...)
 #define UENUM(...)

@@ -245,3 +245,14 @@ private:
 	/** Loads the class and checks that it is BaseClass or a child of it. */
 	COREUOBJECT_API UClass* TryLoadClassOf(UClass* BaseClass) const;
 };
+
+class UScriptStruct;
+
+template <typename T>
+UScriptStruct* StaticStruct();
+
+/** The reflection of the soft paths (declared for the header tool in UObject/NoExportTypes.h). */
+template <>
+COREUOBJECT_API UScriptStruct* StaticStruct<FSoftObjectPath>();
+template <>
+COREUOBJECT_API UScriptStruct* StaticStruct<FSoftClassPath>();
