@@ -57,6 +57,10 @@ namespace
 		}
 	}
 
+	/** The engine modules the editor loads before any plug-in, in dependency order. */
+	const TCHAR* const EditorStartupModules[] = {TEXT("CoreUObject"), TEXT("DeveloperSettings"), TEXT("Engine"),
+		TEXT("EngineSettings"), TEXT("AssetRegistry"), TEXT("Projects")};
+
 	const ELoadingPhase::Type StartupPhases[] = {ELoadingPhase::EarliestPossible, ELoadingPhase::PostConfigInit,
 		ELoadingPhase::PostSplashScreen, ELoadingPhase::PreEarlyLoadingScreen, ELoadingPhase::PreLoadingScreen,
 		ELoadingPhase::PreDefault, ELoadingPhase::Default, ELoadingPhase::PostDefault, ELoadingPhase::PostEngineInit};
@@ -95,8 +99,10 @@ int32 FEngineLoop::PreInit(const TCHAR* CmdLine)
 int32 FEngineLoop::Init()
 {
 	FModuleManager::Get().LoadModuleChecked(TEXT("Core"));
-	FModuleManager::Get().LoadModuleChecked(TEXT("CoreUObject"));
-	FModuleManager::Get().LoadModuleChecked(TEXT("Projects"));
+	for (const TCHAR* Module : EditorStartupModules)
+	{
+		FModuleManager::Get().LoadModuleChecked(Module);
+	}
 
 	IPluginManager& PluginManager = IPluginManager::Get();
 	PluginManager.RefreshPluginsList();
