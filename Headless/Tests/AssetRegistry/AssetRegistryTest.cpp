@@ -18,14 +18,19 @@
 #include "UObject/UObjectGlobals.h"
 #include "UObject/UObjectHash.h"
 
+#include "PackageTestUtils.h"
 #include <algorithm>
 #include <cstdlib>
+
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
 
 namespace
 {
+	using PackageTestUtils::FileOf;
+	using PackageTestUtils::Unload;
+
 	std::string Str(const FString& Value)
 	{
 		return ToUtf8(Value);
@@ -73,30 +78,6 @@ namespace
 			}
 			FPaths::SetProjectFilePath(FString());
 			IFileManager::Get().DeleteDirectory(*TempDir, false, true);
-		}
-
-		static FString FileOf(const FString& PackageName)
-		{
-			return FPackageName::LongPackageNameToFilename(PackageName, FPackageName::GetAssetPackageExtension());
-		}
-
-		/** Removes the package and everything in it from memory. */
-		static void Unload(const TCHAR* PackageName)
-		{
-			UPackage* Package = FindPackage(nullptr, PackageName);
-			if (!Package)
-			{
-				return;
-			}
-			TArray<UObject*> Objects;
-			GetObjectsWithOuter(Package, Objects, true);
-			for (UObject* Object : Objects)
-			{
-				Object->ClearFlags(RF_Standalone);
-				Object->MarkAsGarbage();
-			}
-			Package->MarkAsGarbage();
-			CollectGarbage(RF_NoFlags);
 		}
 
 		/** A test object asset in memory, not saved. */

@@ -21,11 +21,17 @@
 #include "UObject/UObjectHash.h"
 #include "UObject/UnrealType.h"
 
+#include "PackageTestUtils.h"
 #include <cstdlib>
+
 #include <gtest/gtest.h>
 
 namespace
 {
+	using PackageTestUtils::FileOf;
+	using PackageTestUtils::Save;
+	using PackageTestUtils::Unload;
+
 	/** Records what is logged while it is alive. */
 	class FLogCapture : public FOutputDevice
 	{
@@ -76,41 +82,6 @@ namespace
 			}
 			FPaths::SetProjectFilePath(FString());
 			IFileManager::Get().DeleteDirectory(*TempDir, false, true);
-		}
-
-		static FString FileOf(const TCHAR* PackageName)
-		{
-			return FPackageName::LongPackageNameToFilename(PackageName, FPackageName::GetAssetPackageExtension());
-		}
-
-		/** Saves the package with its asset the way the editor saves assets. */
-		static bool Save(
-			UPackage* Package, UObject* Asset, FOutputDevice* Error = nullptr, uint32 SaveFlags = SAVE_None)
-		{
-			FSavePackageArgs Args;
-			Args.TopLevelFlags = RF_Public | RF_Standalone;
-			Args.Error = Error;
-			Args.SaveFlags = SaveFlags;
-			return UPackage::SavePackage(Package, Asset, *FileOf(*Package->GetName()), Args);
-		}
-
-		/** Removes the package and everything in it from memory, as the editor does when it unloads a package. */
-		static void Unload(const TCHAR* PackageName)
-		{
-			UPackage* Package = FindPackage(nullptr, PackageName);
-			if (!Package)
-			{
-				return;
-			}
-			TArray<UObject*> Objects;
-			GetObjectsWithOuter(Package, Objects, true);
-			for (UObject* Object : Objects)
-			{
-				Object->ClearFlags(RF_Standalone);
-				Object->MarkAsGarbage();
-			}
-			Package->MarkAsGarbage();
-			CollectGarbage(RF_NoFlags);
 		}
 
 		/** Every saved property of the object in its text form, by name. */

@@ -17,11 +17,17 @@
 #include "UObject/UObjectHash.h"
 #include "UObject/UnrealType.h"
 
+#include "PackageTestUtils.h"
 #include <cstdlib>
+
 #include <gtest/gtest.h>
 
 namespace
 {
+	using PackageTestUtils::FileOf;
+	using PackageTestUtils::Save;
+	using PackageTestUtils::Unload;
+
 	using K2 = UEdGraphSchema_K2;
 
 	std::string Str(const FString& Value)
@@ -57,37 +63,6 @@ namespace
 			}
 			FPaths::SetProjectFilePath(FString());
 			IFileManager::Get().DeleteDirectory(*TempDir, false, true);
-		}
-
-		static FString FileOf(const TCHAR* PackageName)
-		{
-			return FPackageName::LongPackageNameToFilename(PackageName, FPackageName::GetAssetPackageExtension());
-		}
-
-		static bool Save(UPackage* Package, UObject* Asset)
-		{
-			FSavePackageArgs Args;
-			Args.TopLevelFlags = RF_Public | RF_Standalone;
-			return UPackage::SavePackage(Package, Asset, *FileOf(*Package->GetName()), Args);
-		}
-
-		/** Removes the package and everything in it from memory, as the editor does when it unloads a package. */
-		static void Unload(const TCHAR* PackageName)
-		{
-			UPackage* Package = FindPackage(nullptr, PackageName);
-			if (!Package)
-			{
-				return;
-			}
-			TArray<UObject*> Objects;
-			GetObjectsWithOuter(Package, Objects, true);
-			for (UObject* Object : Objects)
-			{
-				Object->ClearFlags(RF_Standalone);
-				Object->MarkAsGarbage();
-			}
-			Package->MarkAsGarbage();
-			CollectGarbage(RF_NoFlags);
 		}
 
 		/**
