@@ -8,7 +8,10 @@
 #include "Containers/StringConv.h"
 #include "Containers/UnrealString.h"
 #include "EngineTestPrinters.h"
+#include "Misc/ConfigCacheIni.h"
 #include "Misc/OutputDevice.h"
+#include "Misc/OutputDeviceRedirector.h"
+#include "Misc/Paths.h"
 #include "UObject/NameTypes.h"
 
 #include <cstdlib>
@@ -101,5 +104,52 @@ namespace ConfigTestFiles
 		}
 
 		std::vector<std::string> Messages;
+	};
+
+	/**
+	 * A throwaway project, made the current one, whose Config folder holds copies of the template's
+	 * DefaultEngine.ini and DefaultGame.ini; warnings logged meanwhile are captured.
+	 */
+	class FTemplateProjectTest : public ::testing::Test
+	{
+	protected:
+		void SetUp() override
+		{
+			ASSERT_TRUE(fs::exists(TemplateDir() / "DefaultEngine.ini")) << "test data missing under " << TemplateDir();
+			char Template[] = "/tmp/TemplateProject-XXXXXX";
+			ASSERT_NE(::mkdtemp(Template), nullptr);
+			Root = fs::path(Template);
+			ProjectDir = Root / "VpProject";
+			ConfigDir = ProjectDir / "Config";
+			fs::create_directories(ConfigDir);
+			WriteBytes(ProjectDir / "VpProject.uproject", "{}\n");
+			OriginalEngine = ReadBytes(TemplateDir() / "DefaultEngine.ini");
+			OriginalGame = ReadBytes(TemplateDir() / "DefaultGame.ini");
+			WriteBytes(ConfigDir / "DefaultEngine.ini", OriginalEngine);
+			WriteBytes(ConfigDir / "DefaultGame.ini", OriginalGame);
+			PreviousProject = FPaths::GetProjectFilePath();
+			FPaths::SetProjectFilePath(ToFString(ProjectDir / "VpProject.uproject"));
+			GLog->AddOutputDevice(&Warnings);
+		}
+
+		void TearDown() override
+		{
+			GLog->RemoveOutputDevice(&Warnings);
+			delete GConfig;
+			GConfig = nullptr;
+			FPaths::SetProjectFilePath(PreviousProject);
+			std::error_code Ignored;
+			// Tests may leave a file read-only; make it writable so the folder can be removed.
+			fs::permissions(ConfigDir / "DefaultEngine.ini", fs::perms::owner_write, fs::perm_options::add, Ignored);
+			fs::remove_all(Root, Ignored);
+		}
+
+		fs::path Root;
+		fs::path ProjectDir;
+		fs::path ConfigDir;
+		std::string OriginalEngine;
+		std::string OriginalGame;
+		FString PreviousProject;
+		FWarningCapture Warnings;
 	};
 } // namespace ConfigTestFiles

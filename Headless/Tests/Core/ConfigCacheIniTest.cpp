@@ -50,39 +50,9 @@ namespace
 	}
 
 	/** A throwaway project whose Config folder holds copies of the real project files. */
-	class ConfigCacheIniTest : public ::testing::Test
+	class ConfigCacheIniTest : public FTemplateProjectTest
 	{
 	protected:
-		void SetUp() override
-		{
-			ASSERT_TRUE(fs::exists(TemplateDir() / "DefaultEngine.ini")) << "test data missing under " << TemplateDir();
-			char Template[] = "/tmp/ConfigCacheIniTest-XXXXXX";
-			ASSERT_NE(::mkdtemp(Template), nullptr);
-			Root = fs::path(Template);
-			ProjectDir = Root / "VpProject";
-			ConfigDir = ProjectDir / "Config";
-			fs::create_directories(ConfigDir);
-			WriteBytes(ProjectDir / "VpProject.uproject", "{}\n");
-			OriginalEngine = ReadBytes(TemplateDir() / "DefaultEngine.ini");
-			OriginalGame = ReadBytes(TemplateDir() / "DefaultGame.ini");
-			WriteBytes(ConfigDir / "DefaultEngine.ini", OriginalEngine);
-			WriteBytes(ConfigDir / "DefaultGame.ini", OriginalGame);
-			PreviousProject = FPaths::GetProjectFilePath();
-			FPaths::SetProjectFilePath(ToFString(ProjectDir / "VpProject.uproject"));
-			GLog->AddOutputDevice(&Warnings);
-		}
-
-		void TearDown() override
-		{
-			GLog->RemoveOutputDevice(&Warnings);
-			delete GConfig;
-			GConfig = nullptr;
-			FPaths::SetProjectFilePath(PreviousProject);
-			std::error_code Ignored;
-			fs::permissions(ConfigDir / "DefaultEngine.ini", fs::perms::owner_write, fs::perm_options::add, Ignored);
-			fs::remove_all(Root, Ignored);
-		}
-
 		FString EngineIni() const { return ToFString(ConfigDir / "DefaultEngine.ini"); }
 		FString GameIni() const { return ToFString(ConfigDir / "DefaultGame.ini"); }
 
@@ -98,13 +68,6 @@ namespace
 			return Names;
 		}
 
-		fs::path Root;
-		fs::path ProjectDir;
-		fs::path ConfigDir;
-		std::string OriginalEngine;
-		std::string OriginalGame;
-		FString PreviousProject;
-		FWarningCapture Warnings;
 		FConfigCacheIni Cache;
 	};
 } // namespace

@@ -27,39 +27,21 @@ namespace
 	}
 
 	/** A project whose Config folder holds copies of a real project's files. */
-	class SettingsConfigTest : public ::testing::Test
+	class SettingsConfigTest : public FTemplateProjectTest
 	{
 	protected:
 		void SetUp() override
 		{
-			ASSERT_TRUE(fs::exists(TemplateDir() / "DefaultEngine.ini")) << "test data missing under " << TemplateDir();
-			char Template[] = "/tmp/SettingsConfigTest-XXXXXX";
-			ASSERT_NE(::mkdtemp(Template), nullptr);
-			Root = fs::path(Template);
-			ProjectDir = Root / "VpProject";
-			ConfigDir = ProjectDir / "Config";
-			WriteBytes(ProjectDir / "VpProject.uproject", "{}\n");
-			OriginalEngine = ReadBytes(TemplateDir() / "DefaultEngine.ini");
-			OriginalGame = ReadBytes(TemplateDir() / "DefaultGame.ini");
-			WriteBytes(ConfigDir / "DefaultEngine.ini", OriginalEngine);
-			WriteBytes(ConfigDir / "DefaultGame.ini", OriginalGame);
-			PreviousProject = FPaths::GetProjectFilePath();
-			FPaths::SetProjectFilePath(ToFString(ProjectDir / "VpProject.uproject"));
+			FTemplateProjectTest::SetUp();
 			PreviousIsEditor = GIsEditor;
 			GIsEditor = true;
 			StartConfig();
-			GLog->AddOutputDevice(&Warnings);
 		}
 
 		void TearDown() override
 		{
-			GLog->RemoveOutputDevice(&Warnings);
-			delete GConfig;
-			GConfig = nullptr;
+			FTemplateProjectTest::TearDown();
 			GIsEditor = PreviousIsEditor;
-			FPaths::SetProjectFilePath(PreviousProject);
-			std::error_code Ignored;
-			fs::remove_all(Root, Ignored);
 		}
 
 		/** Starts the config system and gives the settings objects the project's values. */
@@ -114,14 +96,7 @@ namespace
 			return GameText + "\n[/Script/LiveLink.LiveLinkSettings]\nDefaultLiveLinkPreset=" + PresetPath + "\n";
 		}
 
-		fs::path Root;
-		fs::path ProjectDir;
-		fs::path ConfigDir;
-		std::string OriginalEngine;
-		std::string OriginalGame;
-		FString PreviousProject;
 		bool PreviousIsEditor = false;
-		FWarningCapture Warnings;
 	};
 } // namespace
 

@@ -2,6 +2,7 @@
 
 #include "ObjectInternals.h"
 #include "PropertyText.h"
+#include "PropertyValueOps.h"
 #include "UObject/UnrealType.h"
 
 using namespace UE::CoreUObject::Private;
@@ -519,26 +520,17 @@ void FMapProperty::CollectReferences(
 
 void FMapProperty::InitializeValueInternal(void* Dest) const
 {
-	for (int32 Index = 0; Index < ArrayDim; ++Index)
-	{
-		Ops().Construct((uint8*)Dest + Index * ElementSize);
-	}
+	UE::CoreUObject::Private::ConstructValues(Ops(), Dest, ArrayDim, ElementSize);
 }
 
 void FMapProperty::DestroyValueInternal(void* Dest) const
 {
-	for (int32 Index = 0; Index < ArrayDim; ++Index)
-	{
-		Ops().Destruct((uint8*)Dest + Index * ElementSize);
-	}
+	UE::CoreUObject::Private::DestructValues(Ops(), Dest, ArrayDim, ElementSize);
 }
 
 void FMapProperty::CopyValuesInternal(void* Dest, void const* Src, int32 Count) const
 {
-	for (int32 Index = 0; Index < Count; ++Index)
-	{
-		Ops().Copy((uint8*)Dest + Index * ElementSize, (const uint8*)Src + Index * ElementSize);
-	}
+	UE::CoreUObject::Private::CopyValues(Ops(), Dest, Src, Count, ElementSize);
 }
 
 void FMapProperty::ClearValueInternal(void* Data) const
@@ -776,26 +768,17 @@ void FSetProperty::CollectReferences(
 
 void FSetProperty::InitializeValueInternal(void* Dest) const
 {
-	for (int32 Index = 0; Index < ArrayDim; ++Index)
-	{
-		Ops().Construct((uint8*)Dest + Index * ElementSize);
-	}
+	UE::CoreUObject::Private::ConstructValues(Ops(), Dest, ArrayDim, ElementSize);
 }
 
 void FSetProperty::DestroyValueInternal(void* Dest) const
 {
-	for (int32 Index = 0; Index < ArrayDim; ++Index)
-	{
-		Ops().Destruct((uint8*)Dest + Index * ElementSize);
-	}
+	UE::CoreUObject::Private::DestructValues(Ops(), Dest, ArrayDim, ElementSize);
 }
 
 void FSetProperty::CopyValuesInternal(void* Dest, void const* Src, int32 Count) const
 {
-	for (int32 Index = 0; Index < Count; ++Index)
-	{
-		Ops().Copy((uint8*)Dest + Index * ElementSize, (const uint8*)Src + Index * ElementSize);
-	}
+	UE::CoreUObject::Private::CopyValues(Ops(), Dest, Src, Count, ElementSize);
 }
 
 void FSetProperty::ClearValueInternal(void* Data) const

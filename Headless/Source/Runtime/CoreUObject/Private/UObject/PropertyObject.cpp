@@ -2,6 +2,7 @@
 
 #include "ObjectInternals.h"
 #include "PropertyText.h"
+#include "PropertyValueOps.h"
 #include "UObject/Package.h"
 #include "UObject/UnrealType.h"
 #include "UObject/WeakObjectPtr.h"
@@ -359,26 +360,17 @@ void FSoftObjectProperty::SetPathString(void* PropertyValueAddress, const FStrin
 
 void FSoftObjectProperty::InitializeValueInternal(void* Dest) const
 {
-	for (int32 Index = 0; Index < ArrayDim; ++Index)
-	{
-		Ops().Construct((uint8*)Dest + Index * ElementSize);
-	}
+	UE::CoreUObject::Private::ConstructValues(Ops(), Dest, ArrayDim, ElementSize);
 }
 
 void FSoftObjectProperty::DestroyValueInternal(void* Dest) const
 {
-	for (int32 Index = 0; Index < ArrayDim; ++Index)
-	{
-		Ops().Destruct((uint8*)Dest + Index * ElementSize);
-	}
+	UE::CoreUObject::Private::DestructValues(Ops(), Dest, ArrayDim, ElementSize);
 }
 
 void FSoftObjectProperty::CopyValuesInternal(void* Dest, void const* Src, int32 Count) const
 {
-	for (int32 Index = 0; Index < Count; ++Index)
-	{
-		Ops().Copy((uint8*)Dest + Index * ElementSize, (const uint8*)Src + Index * ElementSize);
-	}
+	UE::CoreUObject::Private::CopyValues(Ops(), Dest, Src, Count, ElementSize);
 }
 
 void FSoftObjectProperty::ClearValueInternal(void* Data) const
