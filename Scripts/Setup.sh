@@ -4,7 +4,7 @@
 # Installs, from Debian's packages, what building Orvane needs and this machine lacks.
 set -euo pipefail
 
-Packages=(g++ python3 cmake ninja-build ccache pkg-config libgtest-dev libgmock-dev libbenchmark-dev nlohmann-json3-dev clang-format)
+Packages=(g++ python3 cmake ninja-build ccache pkg-config libgtest-dev libgmock-dev libbenchmark-dev nlohmann-json3-dev clang-format clang libclang-rt-14-dev)
 
 Missing=()
 for Package in "${Packages[@]}"; do

@@ -146,6 +146,7 @@ void FEngineLoop::Tick()
 	FApp::SetCurrentTime(FApp::GetCurrentTime() + DeltaSeconds);
 
 	FCoreDelegates::OnBeginFrame.Broadcast();
+	FCoreDelegates::OnSamplingInput.Broadcast();
 	FTSTicker::GetCoreTicker().Tick(static_cast<float>(DeltaSeconds));
 	FCoreDelegates::OnEndFrame.Broadcast();
 	++GFrameCounter;

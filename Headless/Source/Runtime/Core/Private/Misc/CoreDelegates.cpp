@@ -6,6 +6,7 @@ FSimpleMulticastDelegate FCoreDelegates::OnPostEngineInit;
 TMulticastDelegate<void()> FCoreDelegates::OnFEngineLoopInitComplete;
 FSimpleMulticastDelegate FCoreDelegates::OnAllModuleLoadingPhasesComplete;
 FSimpleMulticastDelegate FCoreDelegates::OnBeginFrame;
+FSimpleMulticastDelegate FCoreDelegates::OnSamplingInput;
 FSimpleMulticastDelegate FCoreDelegates::OnEndFrame;
 FSimpleMulticastDelegate FCoreDelegates::OnEnginePreExit;
 FSimpleMulticastDelegate FCoreDelegates::OnPreExit;

@@ -21,6 +21,9 @@ public:
 	/** At the start of each frame. */
 	static CORE_API FSimpleMulticastDelegate OnBeginFrame;
 
+	/** Early in each frame, where input and other sampled data (Live Link among them) are gathered. */
+	static CORE_API FSimpleMulticastDelegate OnSamplingInput;
+
 	/** At the end of each frame. */
 	static CORE_API FSimpleMulticastDelegate OnEndFrame;
 
