@@ -24,6 +24,8 @@ public class OrvaneLiveLink : ModuleRules
 			"DisplayClusterConfiguration",
 			"Json",
 			"LiveLink",
+			"LiveLinkCamera",
+			"LiveLinkComponents",
 			"LiveLinkInterface",
 			"OrvaneTracking",
 			"UnrealEd",

@@ -13,13 +13,14 @@ public class OrvaneTracking : ModuleRules
 			"Core",
 			"CoreUObject",
 			"LiveLinkInterface",
+			"Networking",
 		});
 
 		PrivateDependencyModuleNames.AddRange(new string[]
 		{
 			"Cbor",
 			"Json",
-			"Networking",
+			"Projects",
 			"Sockets",
 		});
 	}

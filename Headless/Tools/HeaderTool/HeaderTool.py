@@ -1711,12 +1711,17 @@ def write_struct(parser, writer, decl):
     out.append("static UE::CoreUObject::Private::FRegisterCompiledInInfo Z_CompiledIn_%s(&Z_Register_%s);" % (name, name))
     out.append("")
 
+    if decl.noexport:
+        # A noexport struct is defined (possibly as an alias, FVector for UE::Math::TVector<double>) by a header
+        # the reflecting one includes, so it is named as it is, without a forward declaration.
+        writer.h.append("template <>")
+        writer.h.append("%s UScriptStruct* StaticStruct<%s>();" % (api, name))
+        writer.h.append("")
+        return
     writer.h.append("struct %s;" % name)
     writer.h.append("template <>")
     writer.h.append("%s UScriptStruct* StaticStruct<struct %s>();" % (api, name))
     writer.h.append("")
-    if decl.noexport:
-        return
     macro = "%s_%d_GENERATED_BODY" % (writer.file_id, decl.body_line)
     lines = ["friend struct %s;" % statics, "static %s UScriptStruct* StaticStruct();" % api]
     if decl.base:

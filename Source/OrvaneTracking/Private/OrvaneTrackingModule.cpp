@@ -2,8 +2,11 @@
 
 #include "CoreMinimal.h"
 #include "Modules/ModuleManager.h"
+#include "OrvaneTrackingLog.h"
 
-/** The runtime module that provides the network tracking Live Link source. */
+DEFINE_LOG_CATEGORY(LogOrvaneTracking);
+
+/** The runtime module that provides the network tracking Live Link source, its settings and its factory. */
 class FOrvaneTrackingModule : public IModuleInterface
 {
 };

@@ -7,22 +7,32 @@
 #include "HeadlessEditorSession.h"
 #include "Misc/OutputDeviceRedirector.h"
 #include "Misc/OutputDeviceStdOutput.h"
+#include "MonitorCommand.h"
 #include "ProgramOutput.h"
+#include "ReplayCommand.h"
 
 namespace
 {
-	const TCHAR* const UsageText =
-		TEXT("Usage: orvane <command> [options]\n"
-			 "\n"
-			 "Commands:\n"
-			 "  editor               Boot the headless editor on a project and report the plug-in modules it loaded.\n"
-			 "  test [Filter]        Run the automation tests whose full name starts with Filter (all when omitted).\n"
-			 "       --junit FILE    Also write the results as JUnit XML.\n"
-			 "\n"
-			 "Options of both commands:\n"
-			 "  --project PATH       Open this project (folder or .uproject) in place instead of a throwaway copy\n"
-			 "                       of the sample project.\n"
-			 "  --keep               Keep the throwaway copy on disk after the run.");
+	const TCHAR* const UsageText = TEXT(
+		"Usage: orvane <command> [options]\n"
+		"\n"
+		"Commands:\n"
+		"  editor               Boot the headless editor on a project and report the plug-in modules it loaded.\n"
+		"  test [Filter]        Run the automation tests whose full name starts with Filter (all when omitted).\n"
+		"       --junit FILE    Also write the results as JUnit XML.\n"
+		"  monitor ENDPOINT     Listen on ENDPOINT (A.B.C.D:PORT) as the tracking source does and show, live, each\n"
+		"                       camera's pose and lens, rate, jitter, loss and rejected datagrams by reason.\n"
+		"       --duration S    Stop after S seconds (default: until Ctrl-C).\n"
+		"       --json          Print one JSON object per second instead of the table, for scripts.\n"
+		"  replay FILE ENDPOINT Send the datagrams of a tracking recording (.orvrec) to ENDPOINT (A.B.C.D:PORT)\n"
+		"                       at their recorded times, then print what was sent.\n"
+		"       --speed X       Play X times as fast (X > 0).\n"
+		"       --loop          Start over after the last datagram until Ctrl-C.\n"
+		"\n"
+		"Options of editor and test:\n"
+		"  --project PATH       Open this project (folder or .uproject) in place instead of a throwaway copy\n"
+		"                       of the sample project.\n"
+		"  --keep               Keep the throwaway copy on disk after the run.");
 
 	int32 RunTestCommand(const TArray<FString>& Args)
 	{
@@ -70,6 +80,14 @@ int main(int ArgC, char* ArgV[])
 	else if (Command == TEXT("test"))
 	{
 		ExitCode = RunTestCommand(Args);
+	}
+	else if (Command == TEXT("monitor"))
+	{
+		ExitCode = RunMonitorCommand(Args);
+	}
+	else if (Command == TEXT("replay"))
+	{
+		ExitCode = RunReplayCommand(Args);
 	}
 	else
 	{

@@ -3,6 +3,9 @@
 #include "LaunchEngineLoop.h"
 
 #include "Containers/Ticker.h"
+#include "Editor.h"
+#include "Editor/UnrealEdEngine.h"
+#include "Engine/Engine.h"
 #include "HAL/FileManager.h"
 #include "HAL/PlatformTime.h"
 #include "Interfaces/IPluginManager.h"
@@ -16,7 +19,10 @@
 #include "Misc/Paths.h"
 #include "Modules/ModuleManager.h"
 #include "PluginDescriptor.h"
+#include "UObject/Class.h"
 #include "UObject/DefaultObjectConfig.h"
+#include "UObject/Package.h"
+#include "UnrealEdGlobals.h"
 
 DEFINE_LOG_CATEGORY_STATIC(LogEngineLoop, Log, All);
 
@@ -59,7 +65,10 @@ namespace
 
 	/** The engine modules the editor loads before any plug-in, in dependency order. */
 	const TCHAR* const EditorStartupModules[] = {TEXT("CoreUObject"), TEXT("DeveloperSettings"), TEXT("Engine"),
-		TEXT("EngineSettings"), TEXT("AssetRegistry"), TEXT("Projects")};
+		TEXT("EngineSettings"), TEXT("AssetRegistry"), TEXT("Projects"), TEXT("CinematicCamera"), TEXT("UnrealEd")};
+
+	/** The engine class the editor runs with unless the engine config names another. */
+	const TCHAR* const DefaultEditorEngineClass = TEXT("/Script/UnrealEd.UnrealEdEngine");
 
 	const ELoadingPhase::Type StartupPhases[] = {ELoadingPhase::EarliestPossible, ELoadingPhase::PostConfigInit,
 		ELoadingPhase::PostSplashScreen, ELoadingPhase::PreEarlyLoadingScreen, ELoadingPhase::PreLoadingScreen,
@@ -110,15 +119,42 @@ int32 FEngineLoop::Init()
 	bool bSuccess = true;
 	for (const ELoadingPhase::Type Phase : StartupPhases)
 	{
+		if (Phase == ELoadingPhase::PostEngineInit && !InitEngine())
+		{
+			return 1;
+		}
 		bSuccess &= PluginManager.LoadModulesForEnabledPlugins(Phase);
 		RecordLoadedPluginModules(Phase);
 	}
+	GEngine->Start();
 
 	GIsRunning = true;
 	LastRealTime = FPlatformTime::Seconds();
 	FCoreDelegates::OnPostEngineInit.Broadcast();
 	FCoreDelegates::OnFEngineLoopInitComplete.Broadcast();
 	return bSuccess ? 0 : 1;
+}
+
+bool FEngineLoop::InitEngine()
+{
+	FString EngineClassPath = DefaultEditorEngineClass;
+	if (GConfig)
+	{
+		GConfig->GetString(TEXT("/Script/Engine.Engine"), TEXT("EditorEngine"), EngineClassPath, GEngineIni);
+	}
+	UClass* const EngineClass = LoadClass<UEngine>(nullptr, *EngineClassPath);
+	if (!EngineClass || !EngineClass->IsChildOf(UEditorEngine::StaticClass()))
+	{
+		UE_LOG(LogEngineLoop, Error, TEXT("The editor engine class '%s' does not exist or is not an editor engine."),
+			*EngineClassPath);
+		return false;
+	}
+	GEngine = NewObject<UEngine>(GetTransientPackage(), EngineClass);
+	GEngine->AddToRoot();
+	GEditor = Cast<UEditorEngine>(GEngine);
+	GUnrealEd = Cast<UUnrealEdEngine>(GEngine);
+	GEngine->Init(this);
+	return true;
 }
 
 void FEngineLoop::RecordLoadedPluginModules(ELoadingPhase::Type Phase)
@@ -148,6 +184,10 @@ void FEngineLoop::Tick()
 	FCoreDelegates::OnBeginFrame.Broadcast();
 	FCoreDelegates::OnSamplingInput.Broadcast();
 	FTSTicker::GetCoreTicker().Tick(static_cast<float>(DeltaSeconds));
+	if (GEngine)
+	{
+		GEngine->Tick(static_cast<float>(DeltaSeconds), false);
+	}
 	FCoreDelegates::OnEndFrame.Broadcast();
 	++GFrameCounter;
 }
@@ -156,6 +196,18 @@ void FEngineLoop::Exit()
 {
 	GIsRunning = false;
 	FCoreDelegates::OnEnginePreExit.Broadcast();
+	if (GEngine)
+	{
+		GEngine->PreExit();
+	}
 	FModuleManager::Get().UnloadModulesAtShutdown();
 	LoadedPluginModules.Reset();
+	if (GEngine)
+	{
+		GEngine->RemoveFromRoot();
+		GEngine->MarkAsGarbage();
+	}
+	GEngine = nullptr;
+	GEditor = nullptr;
+	GUnrealEd = nullptr;
 }

@@ -1,0 +1,6 @@
+// Copyright Orvane. All Rights Reserved.
+
+#include "CoreMinimal.h"
+#include "Modules/ModuleManager.h"
+
+IMPLEMENT_MODULE(FDefaultModuleImpl, UnrealEd)

@@ -1,0 +1,5 @@
+// Copyright Orvane. All Rights Reserved.
+
+#include "ILiveLinkClient.h"
+
+FName ILiveLinkClient::ModularFeatureName(TEXT("ModularFeature_LiveLinkClient"));
