@@ -5,6 +5,7 @@
 #include "CoreMinimal.h"
 #include "HAL/PlatformTime.h"
 #include "ILiveLinkClient.h"
+#include "IPAddress.h"
 #include "LiveLinkSourceSettings.h"
 #include "Misc/AutomationTest.h"
 #include "OrvaneTrackingEndpoint.h"
@@ -50,6 +51,18 @@ namespace OrvaneTrackingSourceTest
 			});
 	}
 
+	/** The Live Link client, emptied of sources; null (and the test failed) when there is none. */
+	ILiveLinkClient* GetClientWithoutSources(FAutomationTestBase& Test)
+	{
+		ILiveLinkClient* Client = OrvaneTrackingTests::GetClient();
+		if (!Test.TestNotNull(TEXT("Live Link client"), Client) ||
+			!Test.TestTrue(TEXT("No sources left over"), OrvaneTrackingTests::RemoveAllSources(*Client)))
+		{
+			return nullptr;
+		}
+		return Client;
+	}
+
 	bool EvaluateCamera(ILiveLinkClient& Client, FName Subject, FLiveLinkSubjectFrameData& OutData)
 	{
 		return Client.EvaluateFrame_AnyThread(Subject, ULiveLinkCameraRole::StaticClass(), OutData);
@@ -62,9 +75,8 @@ IMPLEMENT_SIMPLE_AUTOMATION_TEST(
 bool FOrvaneTrackingSourceLoopbackTest::RunTest(const FString& Parameters)
 {
 	using namespace OrvaneTrackingSourceTest;
-	ILiveLinkClient* Client = OrvaneTrackingTests::GetClient();
-	if (!TestNotNull(TEXT("Live Link client"), Client) ||
-		!TestTrue(TEXT("No sources left over"), OrvaneTrackingTests::RemoveAllSources(*Client)))
+	ILiveLinkClient* Client = GetClientWithoutSources(*this);
+	if (!Client)
 	{
 		return false;
 	}
@@ -177,9 +189,8 @@ IMPLEMENT_SIMPLE_AUTOMATION_TEST(
 bool FOrvaneTrackingSourceCyclesTest::RunTest(const FString& Parameters)
 {
 	using namespace OrvaneTrackingSourceTest;
-	ILiveLinkClient* Client = OrvaneTrackingTests::GetClient();
-	if (!TestNotNull(TEXT("Live Link client"), Client) ||
-		!TestTrue(TEXT("No sources left over"), OrvaneTrackingTests::RemoveAllSources(*Client)))
+	ILiveLinkClient* Client = GetClientWithoutSources(*this);
+	if (!Client)
 	{
 		return false;
 	}
@@ -229,9 +240,8 @@ IMPLEMENT_SIMPLE_AUTOMATION_TEST(
 bool FOrvaneTrackingSourcePortInUseTest::RunTest(const FString& Parameters)
 {
 	using namespace OrvaneTrackingSourceTest;
-	ILiveLinkClient* Client = OrvaneTrackingTests::GetClient();
-	if (!TestNotNull(TEXT("Live Link client"), Client) ||
-		!TestTrue(TEXT("No sources left over"), OrvaneTrackingTests::RemoveAllSources(*Client)))
+	ILiveLinkClient* Client = GetClientWithoutSources(*this);
+	if (!Client)
 	{
 		return false;
 	}
@@ -277,9 +287,8 @@ IMPLEMENT_SIMPLE_AUTOMATION_TEST(
 bool FOrvaneTrackingSourceSettingsTest::RunTest(const FString& Parameters)
 {
 	using namespace OrvaneTrackingSourceTest;
-	ILiveLinkClient* Client = OrvaneTrackingTests::GetClient();
-	if (!TestNotNull(TEXT("Live Link client"), Client) ||
-		!TestTrue(TEXT("No sources left over"), OrvaneTrackingTests::RemoveAllSources(*Client)))
+	ILiveLinkClient* Client = GetClientWithoutSources(*this);
+	if (!Client)
 	{
 		return false;
 	}
@@ -313,6 +322,47 @@ bool FOrvaneTrackingSourceSettingsTest::RunTest(const FString& Parameters)
 	AddExpectedError(TEXT("Invalid tracking endpoint 'not an endpoint'"), EAutomationExpectedErrorFlags::Contains, 1);
 	TestFalse(
 		TEXT("A bad connection string creates nothing"), Factory->CreateSource(TEXT("not an endpoint")).IsValid());
+	TestTrue(TEXT("Source removed"), OrvaneTrackingTests::RemoveAllSources(*Client));
+	return true;
+}
+
+IMPLEMENT_SIMPLE_AUTOMATION_TEST(
+	FOrvaneTrackingSourceMulticastTest, "Orvane.Tracking.Source.Multicast", OrvaneTrackingSourceTest::TestFlags)
+
+bool FOrvaneTrackingSourceMulticastTest::RunTest(const FString& Parameters)
+{
+	using namespace OrvaneTrackingSourceTest;
+	ILiveLinkClient* Client = GetClientWithoutSources(*this);
+	if (!Client)
+	{
+		return false;
+	}
+
+	// A multicast endpoint joins the group; datagrams sent to the group (looped back to this host) arrive.
+	const uint16 Port = OrvaneTrackingTests::FindFreeUdpPort();
+	const FIPv4Endpoint Group(FIPv4Address(239, 135, 1, 77), Port);
+	const TSharedPtr<FOrvaneTrackingSource> Source = MakeShared<FOrvaneTrackingSource>(Group.ToString(), Group);
+	Client->AddSource(Source);
+	TestTrue(TEXT("Joined the group"), WaitUntilReceiving(*Client, *Source));
+
+	TArray<uint8> FreeD;
+	TestTrue(
+		TEXT("FreeD vector 1 loaded"), OrvaneTrackingTests::LoadTestData(TEXT("FreeD/freed_d1_vector1.bin"), FreeD));
+	FSocket* Sender = FUdpSocketBuilder(TEXT("OrvaneTrackingTestMulticastSender")).WithMulticastLoopback().Build();
+	if (TestNotNull(TEXT("Sender"), Sender))
+	{
+		int32 BytesSent = 0;
+		TestTrue(TEXT("Sent to the group"),
+			Sender->SendTo(FreeD.GetData(), FreeD.Num(), BytesSent, *Group.ToInternetAddr()));
+		Sender->Close();
+		ISocketSubsystem::Get(PLATFORM_SOCKETSUBSYSTEM)->DestroySocket(Sender);
+	}
+	TestTrue(TEXT("The group's datagram reaches the subject"),
+		OrvaneTrackingTests::TickClientUntil(*Client, 2.0,
+			[Client]()
+			{
+				return Client->GetSubjectFrameTimes(FName(TEXT("FreeD 1"))).Num() == 1;
+			}));
 	TestTrue(TEXT("Source removed"), OrvaneTrackingTests::RemoveAllSources(*Client));
 	return true;
 }
