@@ -27,26 +27,24 @@ namespace
 		return Key;
 	}
 
-	FString ToString(FStringView FieldName)
+	/** An ANSI field name widened into a per-thread scratch string, for the overloads that forward to the wide ones. */
+	FStringView WidenFieldName(FAnsiStringView FieldName)
 	{
-		return FString(FieldName);
+		thread_local FString Wide;
+		Wide.Reset(FieldName.Len());
+		Wide.AppendChars(FieldName.GetData(), FieldName.Len());
+		return Wide;
 	}
 
-	FString ToString(FAnsiStringView FieldName)
-	{
-		return FString(FieldName);
-	}
-
-	template <typename NameType>
-	TSharedPtr<FJsonValue> GetFieldImpl(const TSharedPtr<FJsonValue>* Field, NameType FieldName, EJson JsonType)
+	TSharedPtr<FJsonValue> GetFieldImpl(const TSharedPtr<FJsonValue>* Field, FStringView FieldName, EJson JsonType)
 	{
 		if (Field == nullptr || !Field->IsValid())
 		{
-			UE_LOG(LogJson, Error, TEXT("Field %s was not found."), *ToString(FieldName));
+			UE_LOG(LogJson, Error, TEXT("Field %s was not found."), *FString(FieldName));
 		}
 		else if (JsonType != EJson::None && (*Field)->Type != JsonType)
 		{
-			UE_LOG(LogJson, Error, TEXT("Field %s is of the wrong type."), *ToString(FieldName));
+			UE_LOG(LogJson, Error, TEXT("Field %s is of the wrong type."), *FString(FieldName));
 		}
 		else
 		{
@@ -105,7 +103,7 @@ int32 FJsonObject::GetIntegerField(FStringView FieldName) const
 	int32 Number = 0;
 	if (!Field->TryGetNumber(Number))
 	{
-		UE_LOG(LogJson, Error, TEXT("Field %s is not a number within int32 range."), *ToString(FieldName));
+		UE_LOG(LogJson, Error, TEXT("Field %s is not a number within int32 range."), *FString(FieldName));
 	}
 	return Number;
 }
@@ -249,183 +247,132 @@ bool FJsonObject::TryGetNumberField(FStringView FieldName, uint64& OutNumber) co
 
 TSharedPtr<FJsonValue> FJsonObject::GetField(FAnsiStringView FieldName, EJson JsonType) const
 {
-	return GetFieldImpl(FindField(FieldName), FieldName, JsonType);
+	return GetField(WidenFieldName(FieldName), JsonType);
 }
 
 TSharedPtr<FJsonValue> FJsonObject::TryGetField(FAnsiStringView FieldName) const
 {
-	const TSharedPtr<FJsonValue>* Field = FindField(FieldName);
-	return Field ? *Field : TSharedPtr<FJsonValue>();
+	return TryGetField(WidenFieldName(FieldName));
 }
 
 bool FJsonObject::HasField(FAnsiStringView FieldName) const
 {
-	const TSharedPtr<FJsonValue>* Field = FindField(FieldName);
-	return Field && Field->IsValid();
+	return HasField(WidenFieldName(FieldName));
 }
 
 bool FJsonObject::HasTypedField(FAnsiStringView FieldName, EJson JsonType) const
 {
-	const TSharedPtr<FJsonValue>* Field = FindField(FieldName);
-	return Field && Field->IsValid() && (*Field)->Type == JsonType;
+	return HasTypedField(WidenFieldName(FieldName), JsonType);
 }
 
 void FJsonObject::RemoveField(FAnsiStringView FieldName)
 {
-	Values.Remove(ScratchKey(FieldName));
+	RemoveField(WidenFieldName(FieldName));
 }
 
 double FJsonObject::GetNumberField(FAnsiStringView FieldName) const
 {
-	return GetField(FieldName, EJson::None)->AsNumber();
+	return GetNumberField(WidenFieldName(FieldName));
 }
 
 int32 FJsonObject::GetIntegerField(FAnsiStringView FieldName) const
 {
-	const TSharedPtr<FJsonValue> Field = GetField(FieldName, EJson::None);
-	int32 Number = 0;
-	if (!Field->TryGetNumber(Number))
-	{
-		UE_LOG(LogJson, Error, TEXT("Field %s is not a number within int32 range."), *ToString(FieldName));
-	}
-	return Number;
+	return GetIntegerField(WidenFieldName(FieldName));
 }
 
 FString FJsonObject::GetStringField(FAnsiStringView FieldName) const
 {
-	return GetField(FieldName, EJson::None)->AsString();
+	return GetStringField(WidenFieldName(FieldName));
 }
 
 bool FJsonObject::TryGetStringField(FAnsiStringView FieldName, FString& OutString) const
 {
-	const TSharedPtr<FJsonValue>* Field = FindField(FieldName);
-	return Field && Field->IsValid() && (*Field)->TryGetString(OutString);
+	return TryGetStringField(WidenFieldName(FieldName), OutString);
 }
 
 bool FJsonObject::TryGetStringArrayField(FAnsiStringView FieldName, TArray<FString>& OutArray) const
 {
-	const TArray<TSharedPtr<FJsonValue>>* Array = nullptr;
-	if (!TryGetArrayField(FieldName, Array))
-	{
-		return false;
-	}
-	TArray<FString> Strings;
-	Strings.Reserve(Array->Num());
-	for (const TSharedPtr<FJsonValue>& Element : *Array)
-	{
-		FString String;
-		if (!Element.IsValid() || !Element->TryGetString(String))
-		{
-			return false;
-		}
-		Strings.Add(MoveTemp(String));
-	}
-	OutArray = MoveTemp(Strings);
-	return true;
+	return TryGetStringArrayField(WidenFieldName(FieldName), OutArray);
 }
 
 bool FJsonObject::GetBoolField(FAnsiStringView FieldName) const
 {
-	return GetField(FieldName, EJson::None)->AsBool();
+	return GetBoolField(WidenFieldName(FieldName));
 }
 
 bool FJsonObject::TryGetBoolField(FAnsiStringView FieldName, bool& OutBool) const
 {
-	const TSharedPtr<FJsonValue>* Field = FindField(FieldName);
-	return Field && Field->IsValid() && (*Field)->TryGetBool(OutBool);
+	return TryGetBoolField(WidenFieldName(FieldName), OutBool);
 }
 
 const TArray<TSharedPtr<FJsonValue>>& FJsonObject::GetArrayField(FAnsiStringView FieldName) const
 {
-	const TSharedPtr<FJsonValue>* Field = FindField(FieldName);
-	if (Field && Field->IsValid() && (*Field)->Type == EJson::Array)
-	{
-		return (*Field)->AsArray();
-	}
-	// Reports the missing or mistyped field, then the failed conversion; the empty array is static.
-	return GetField(FieldName, EJson::Array)->AsArray();
+	return GetArrayField(WidenFieldName(FieldName));
 }
 
 bool FJsonObject::TryGetArrayField(FAnsiStringView FieldName, const TArray<TSharedPtr<FJsonValue>>*& OutArray) const
 {
-	const TSharedPtr<FJsonValue>* Field = FindField(FieldName);
-	return Field && Field->IsValid() && (*Field)->TryGetArray(OutArray);
+	return TryGetArrayField(WidenFieldName(FieldName), OutArray);
 }
 
 const TSharedPtr<FJsonObject>& FJsonObject::GetObjectField(FAnsiStringView FieldName) const
 {
-	const TSharedPtr<FJsonValue>* Field = FindField(FieldName);
-	if (Field && Field->IsValid() && (*Field)->Type == EJson::Object)
-	{
-		return (*Field)->AsObject();
-	}
-	return GetField(FieldName, EJson::Object)->AsObject();
+	return GetObjectField(WidenFieldName(FieldName));
 }
 
 bool FJsonObject::TryGetObjectField(FAnsiStringView FieldName, const TSharedPtr<FJsonObject>*& OutObject) const
 {
-	const TSharedPtr<FJsonValue>* Field = FindField(FieldName);
-	return Field && Field->IsValid() && (*Field)->TryGetObject(OutObject);
+	return TryGetObjectField(WidenFieldName(FieldName), OutObject);
 }
 
 bool FJsonObject::TryGetNumberField(FAnsiStringView FieldName, float& OutNumber) const
 {
-	const TSharedPtr<FJsonValue>* Field = FindField(FieldName);
-	return Field && Field->IsValid() && (*Field)->TryGetNumber(OutNumber);
+	return TryGetNumberField(WidenFieldName(FieldName), OutNumber);
 }
 
 bool FJsonObject::TryGetNumberField(FAnsiStringView FieldName, double& OutNumber) const
 {
-	const TSharedPtr<FJsonValue>* Field = FindField(FieldName);
-	return Field && Field->IsValid() && (*Field)->TryGetNumber(OutNumber);
+	return TryGetNumberField(WidenFieldName(FieldName), OutNumber);
 }
 
 bool FJsonObject::TryGetNumberField(FAnsiStringView FieldName, int8& OutNumber) const
 {
-	const TSharedPtr<FJsonValue>* Field = FindField(FieldName);
-	return Field && Field->IsValid() && (*Field)->TryGetNumber(OutNumber);
+	return TryGetNumberField(WidenFieldName(FieldName), OutNumber);
 }
 
 bool FJsonObject::TryGetNumberField(FAnsiStringView FieldName, int16& OutNumber) const
 {
-	const TSharedPtr<FJsonValue>* Field = FindField(FieldName);
-	return Field && Field->IsValid() && (*Field)->TryGetNumber(OutNumber);
+	return TryGetNumberField(WidenFieldName(FieldName), OutNumber);
 }
 
 bool FJsonObject::TryGetNumberField(FAnsiStringView FieldName, int32& OutNumber) const
 {
-	const TSharedPtr<FJsonValue>* Field = FindField(FieldName);
-	return Field && Field->IsValid() && (*Field)->TryGetNumber(OutNumber);
+	return TryGetNumberField(WidenFieldName(FieldName), OutNumber);
 }
 
 bool FJsonObject::TryGetNumberField(FAnsiStringView FieldName, int64& OutNumber) const
 {
-	const TSharedPtr<FJsonValue>* Field = FindField(FieldName);
-	return Field && Field->IsValid() && (*Field)->TryGetNumber(OutNumber);
+	return TryGetNumberField(WidenFieldName(FieldName), OutNumber);
 }
 
 bool FJsonObject::TryGetNumberField(FAnsiStringView FieldName, uint8& OutNumber) const
 {
-	const TSharedPtr<FJsonValue>* Field = FindField(FieldName);
-	return Field && Field->IsValid() && (*Field)->TryGetNumber(OutNumber);
+	return TryGetNumberField(WidenFieldName(FieldName), OutNumber);
 }
 
 bool FJsonObject::TryGetNumberField(FAnsiStringView FieldName, uint16& OutNumber) const
 {
-	const TSharedPtr<FJsonValue>* Field = FindField(FieldName);
-	return Field && Field->IsValid() && (*Field)->TryGetNumber(OutNumber);
+	return TryGetNumberField(WidenFieldName(FieldName), OutNumber);
 }
 
 bool FJsonObject::TryGetNumberField(FAnsiStringView FieldName, uint32& OutNumber) const
 {
-	const TSharedPtr<FJsonValue>* Field = FindField(FieldName);
-	return Field && Field->IsValid() && (*Field)->TryGetNumber(OutNumber);
+	return TryGetNumberField(WidenFieldName(FieldName), OutNumber);
 }
 
 bool FJsonObject::TryGetNumberField(FAnsiStringView FieldName, uint64& OutNumber) const
 {
-	const TSharedPtr<FJsonValue>* Field = FindField(FieldName);
-	return Field && Field->IsValid() && (*Field)->TryGetNumber(OutNumber);
+	return TryGetNumberField(WidenFieldName(FieldName), OutNumber);
 }
 
 void FJsonObject::SetField(const FString& FieldName, const TSharedPtr<FJsonValue>& Value)
