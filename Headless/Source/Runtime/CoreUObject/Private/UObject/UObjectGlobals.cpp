@@ -124,15 +124,31 @@ UObject* StaticFindObjectFast(UClass* Class, UObject* InOuter, FName InName, boo
 	{
 		return nullptr;
 	}
-	const TArray<UObjectBase*>* Named = GetObjectArray().FindByName(InName);
-	if (!Named)
+	const TArray<UObjectBase*>* Candidates = GetObjectArray().FindByName(InName);
+	if (!Candidates)
 	{
 		return nullptr;
 	}
-	ExclusiveInternalFlags |= EInternalObjectFlags::Unreachable;
-	for (UObjectBase* Object : *Named)
+	if (InOuter)
 	{
-		if (Object->GetOuter() != InOuter || !IsObjectOfClass(Object, Class, bExactClass))
+		// Names such as a component's "Root" are shared by every actor of a world, while an outer holds few
+		// objects: look through whichever list is shorter. Both keep creation order, so the first match is the
+		// same either way.
+		const TArray<UObjectBase*>* Inners = GetObjectArray().FindInners(InOuter);
+		if (!Inners)
+		{
+			return nullptr;
+		}
+		if (Inners->Num() < Candidates->Num())
+		{
+			Candidates = Inners;
+		}
+	}
+	ExclusiveInternalFlags |= EInternalObjectFlags::Unreachable;
+	for (UObjectBase* Object : *Candidates)
+	{
+		if (Object->GetFName() != InName || Object->GetOuter() != InOuter ||
+			!IsObjectOfClass(Object, Class, bExactClass))
 		{
 			continue;
 		}
