@@ -263,6 +263,7 @@ void FLiveLinkClient::RefreshSourceFrameCaps()
 void FLiveLinkClient::ApplyPendingData(FTickChanges& Changes)
 {
 	TMap<FLiveLinkSubjectKey, FPendingSubject> Taken;
+	TArray<FLiveLinkSubjectKey> Announced;
 	bool bClearAll = false;
 	{
 		FScopeLock Lock(&PendingLock);
@@ -270,6 +271,16 @@ void FLiveLinkClient::ApplyPendingData(FTickChanges& Changes)
 		PendingSubjects.Reset();
 		bClearAll = bClearAllPending;
 		bClearAllPending = false;
+		// A subject whose static data is being applied takes frames pushed while this tick runs; otherwise they
+		// would find neither pending static data nor a known subject, and be dropped.
+		for (const TPair<FLiveLinkSubjectKey, FPendingSubject>& Entry : Taken)
+		{
+			if (Entry.Value.bHasStaticData && !KnownSubjects.Contains(Entry.Key))
+			{
+				KnownSubjects.Add(Entry.Key);
+				Announced.Add(Entry.Key);
+			}
+		}
 	}
 
 	FScopeLock Lock(&CollectionLock);
@@ -319,6 +330,14 @@ void FLiveLinkClient::ApplyPendingData(FTickChanges& Changes)
 	for (const FLiveLinkSubjectKey& Removed : Changes.RemovedSubjects)
 	{
 		KnownSubjects.Remove(Removed);
+	}
+	for (const FLiveLinkSubjectKey& Key : Announced)
+	{
+		const FSubjectItem* Subject = FindSubject(Key);
+		if (Subject == nullptr || !Subject->StaticData.IsValid())
+		{
+			KnownSubjects.Remove(Key);
+		}
 	}
 	for (const FSubjectItem& Subject : Subjects)
 	{
