@@ -149,6 +149,10 @@ void FOrvaneTrackingSource::ReapFailedReceiver(double Now)
 		UE_LOG(LogOrvaneTracking, Warning, TEXT("Tracking source on %s stopped receiving (%s); listening again."),
 			*EndpointText, *BindError);
 		Receiver.Reset();
+		// The socket failure is already reported; a new bind failure streak starts from here.
+		FirstBindFailureSeconds = Now;
+		ConsecutiveBindFailures = 0;
+		bBindFailureLogged = false;
 		NextBindSeconds = Now + BindRetrySeconds;
 	}
 }
