@@ -10,8 +10,11 @@ public class OrvaneTracking : ModuleRules
 
 		PublicDependencyModuleNames.AddRange(new string[]
 		{
+			"CinematicCamera",
 			"Core",
 			"CoreUObject",
+			"Engine",
+			"LiveLinkComponents",
 			"LiveLinkInterface",
 			"Networking",
 		});
@@ -20,6 +23,8 @@ public class OrvaneTracking : ModuleRules
 		{
 			"Cbor",
 			"Json",
+			"LiveLink",
+			"LiveLinkCamera",
 			"Projects",
 			"Sockets",
 		});

@@ -26,6 +26,7 @@ public class Orvaneui : ModuleRules
 			"LiveLink",
 			"LiveLinkInterface",
 			"OrvaneLiveLink",
+			"OrvaneTracking",
 			"Projects",
 			"SettingsEditor",
 			"ToolMenus",

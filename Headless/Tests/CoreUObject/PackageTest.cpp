@@ -75,8 +75,8 @@ namespace
 
 		void TearDown() override
 		{
-			for (const TCHAR* Name :
-				{TEXT("/Game/Orvane/P"), TEXT("/Game/Orvane/Other"), TEXT("/Game/Orvane/ReadOnly")})
+			for (const TCHAR* Name : {TEXT("/Game/Orvane/P"), TEXT("/Game/Orvane/Q"), TEXT("/Game/Orvane/Other"),
+					 TEXT("/Game/Orvane/ReadOnly")})
 			{
 				Unload(Name);
 			}
@@ -280,6 +280,19 @@ TEST_F(FPackageTest, PackagePathAndObjectPathLoadTheSameAsset)
 				  UObject::StaticClass(), nullptr, TEXT("/Script/CoreUObject.ReflectionTestObject'/Game/Orvane/P.P'")),
 		ByPackagePath);
 	EXPECT_EQ(LoadObject<UPackage>(nullptr, TEXT("/Game/Orvane/P")), ByPackagePath->GetPackage());
+}
+
+TEST_F(FPackageTest, PackagePathWithoutAnAssetOfItsNameNamesThePackageForAnyObject)
+{
+	UPackage* Package = CreatePackage(TEXT("/Game/Orvane/Q"));
+	UReflectionTestObject* Other =
+		NewObject<UReflectionTestObject>(Package, FName(TEXT("Other")), RF_Public | RF_Standalone);
+	ASSERT_NE(Other, nullptr);
+
+	EXPECT_EQ(LoadObject<UObject>(nullptr, TEXT("/Game/Orvane/Q")), Package);
+	EXPECT_EQ(LoadObject<UReflectionTestObject>(nullptr, TEXT("/Game/Orvane/Q"), nullptr, LOAD_NoWarn), nullptr);
+	EXPECT_EQ(LoadObject<UObject>(nullptr, TEXT("/Game/Orvane/Q.Q"), nullptr, LOAD_NoWarn), nullptr);
+	EXPECT_EQ(LoadObject<UObject>(nullptr, TEXT("/Game/Orvane/Q.Other")), Other);
 }
 
 TEST_F(FPackageTest, FindingNeverLoadsButLoadingDoes)

@@ -65,7 +65,8 @@ namespace
 
 	/** The engine modules the editor loads before any plug-in, in dependency order. */
 	const TCHAR* const EditorStartupModules[] = {TEXT("CoreUObject"), TEXT("DeveloperSettings"), TEXT("Engine"),
-		TEXT("EngineSettings"), TEXT("AssetRegistry"), TEXT("Projects"), TEXT("CinematicCamera"), TEXT("UnrealEd")};
+		TEXT("EngineSettings"), TEXT("AssetRegistry"), TEXT("Projects"), TEXT("CinematicCamera"), TEXT("UnrealEd"),
+		TEXT("SettingsEditor")};
 
 	/** The engine class the editor runs with unless the engine config names another. */
 	const TCHAR* const DefaultEditorEngineClass = TEXT("/Script/UnrealEd.UnrealEdEngine");

@@ -290,9 +290,9 @@ namespace UE::PackageLoading::Private
 			{
 				return Asset;
 			}
-			// Only a package is found under a package path; it is what was asked for only if Class allows it.
-			UObject* Found = StaticFindObject(Class, nullptr, *Path);
-			return Found && !Found->IsA(UPackage::StaticClass()) ? Found : nullptr;
+			// Without an asset of its name, the path names the package itself, which only a request for any
+			// object (Class UObject) accepts.
+			return Class == UObject::StaticClass() ? StaticFindObject(Class, nullptr, *Path) : nullptr;
 		}
 		return StaticFindObject(Class, nullptr, *Path);
 	}
