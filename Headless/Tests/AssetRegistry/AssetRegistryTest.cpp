@@ -42,12 +42,17 @@ namespace
 	}
 
 	/** The object paths of the assets, sorted, for comparing results whose order is unspecified. */
+	/** The object paths of the assets, sorted, leaving out the engine's own content (which the registry also scans). */
 	std::vector<std::string> Paths(const TArray<FAssetData>& Assets)
 	{
 		std::vector<std::string> Result;
 		for (const FAssetData& Asset : Assets)
 		{
-			Result.push_back(Str(Asset.GetObjectPathString()));
+			const std::string Path = Str(Asset.GetObjectPathString());
+			if (Path.rfind("/Engine/", 0) != 0)
+			{
+				Result.push_back(Path);
+			}
 		}
 		std::sort(Result.begin(), Result.end());
 		return Result;

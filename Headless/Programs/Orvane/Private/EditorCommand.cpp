@@ -2,11 +2,15 @@
 
 #include "EditorCommand.h"
 
+#include "ConfigSnapshot.h"
 #include "HeadlessEditorSession.h"
 #include "Interfaces/IPluginManager.h"
 #include "LaunchEngineLoop.h"
+#include "Modules/ModuleManager.h"
 #include "PluginDescriptor.h"
 #include "ProgramOutput.h"
+#include "SetupReport.h"
+#include "SetupRun.h"
 
 namespace
 {
@@ -57,8 +61,9 @@ int32 RunEditorCommand(const TArray<FString>& Args)
 {
 	TArray<FString> Remaining = Args;
 	FHeadlessEditorOptions Options;
+	FSetupRunOptions SetupOptions;
 	FString Error;
-	if (!Options.Parse(Remaining, Error) || Remaining.Num() > 0)
+	if (!Options.Parse(Remaining, Error) || !SetupOptions.Parse(Remaining, Error) || Remaining.Num() > 0)
 	{
 		ProgramOutput::Error(Error.IsEmpty() ? FString::Printf(TEXT("Unknown argument '%s'."), *Remaining[0]) : Error);
 		return 2;
@@ -72,5 +77,25 @@ int32 RunEditorCommand(const TArray<FString>& Args)
 	}
 	ProgramOutput::Line(FString::Printf(TEXT("Project: %s"), *Session.GetProjectDir()));
 	PrintPluginReport();
-	return 0;
+	if (SetupOptions.Mode == ESetupMode::None)
+	{
+		return 0;
+	}
+	if (!FModuleManager::Get().IsModuleLoaded(TEXT("Orvaneui")))
+	{
+		ProgramOutput::Error(TEXT("The setup needs the plug-in's Orvaneui module, which this project did not load."));
+		return 1;
+	}
+
+	// The configuration is compared as the user's files stood before the setup and after the editor closed.
+	const FString ProjectDir = Session.GetProjectDir();
+	const FConfigSnapshot Before = FConfigSnapshot::Take(ProjectDir);
+	const FSetupRunResult Result = RunSetup(SetupOptions);
+	SetupReport::PrintRun(Result);
+	SetupReport::PrintCamera();
+	SetupReport::PrintLiveLinkSources();
+	Session.Shutdown();
+	SetupReport::PrintConfigChanges(Before, FConfigSnapshot::Take(ProjectDir));
+	SetupReport::PrintPresetAsset(ProjectDir, SetupOptions);
+	return Result.bSucceeded ? 0 : 1;
 }

@@ -67,8 +67,15 @@ FHeadlessEditorSession::FHeadlessEditorSession(const FHeadlessEditorOptions& Opt
 
 FHeadlessEditorSession::~FHeadlessEditorSession()
 {
+	Shutdown();
+}
+
+void FHeadlessEditorSession::Shutdown()
+{
 	if (bInitialized)
 	{
 		GEngineLoop.Exit();
+		bInitialized = false;
+		bRunning = false;
 	}
 }

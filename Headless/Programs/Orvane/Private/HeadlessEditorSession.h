@@ -37,6 +37,12 @@ public:
 	/** The folder of the project the editor runs on. */
 	const FString& GetProjectDir() const { return ProjectDir; }
 
+	/**
+	 * Shuts the editor down now, so that whatever it writes on the way out is on disk; a throwaway project
+	 * copy stays until the session ends.
+	 */
+	void Shutdown();
+
 private:
 	TUniquePtr<FSampleProject> SampleProject;
 	FString ProjectDir;
