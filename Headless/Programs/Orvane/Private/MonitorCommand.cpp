@@ -7,9 +7,9 @@
 #include "HAL/PlatformTime.h"
 #include "OrvaneTrackingEndpoint.h"
 #include "OrvaneTrackingReceiver.h"
+#include "Policies/CondensedJsonPrintPolicy.h"
 #include "ProgramOutput.h"
 #include "Serialization/JsonSerializer.h"
-#include "Policies/CondensedJsonPrintPolicy.h"
 #include "Serialization/JsonWriter.h"
 #include "TrackingMonitor.h"
 

@@ -134,7 +134,8 @@ void UWorld::DestroyWorld(bool bInformEngineOfWorld, UWorld* NewWorld)
 				LevelActors.Add(Actor);
 			}
 		}
-		// Last first: each actor then leaves the end of the level's list, which keeps tearing down a large level linear.
+		// Last first: each actor then leaves the end of the level's list, which keeps tearing down a large level
+		// linear.
 		for (int32 Index = LevelActors.Num() - 1; Index >= 0; --Index)
 		{
 			AActor* Actor = LevelActors[Index];
