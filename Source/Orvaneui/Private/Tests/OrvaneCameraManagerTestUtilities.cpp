@@ -11,6 +11,7 @@
 #include "EngineUtils.h"
 #include "GameFramework/Actor.h"
 #include "Misc/App.h"
+#include "Misc/AutomationTest.h"
 #include "Misc/PackageName.h"
 #include "OrvaneLiveLinkHelper.h"
 #include "Tests/OrvaneTrackingTestUtilities.h"
@@ -193,6 +194,60 @@ namespace OrvaneCameraManagerTests
 			}
 		}
 		return Changes;
+	}
+
+	bool OnlyGameModeChanged(const FString& Before, const FString& After)
+	{
+		for (const FString& Change : DiffLines(Before, After))
+		{
+			const FString Line = Change.Mid(1).TrimStartAndEnd();
+			if (!Line.IsEmpty() && !Line.StartsWith(TEXT("GlobalDefaultGameMode=")) &&
+				Line != TEXT("[/Script/EngineSettings.GameMapsSettings]"))
+			{
+				return false;
+			}
+		}
+		return true;
+	}
+
+	TArray<FOrvaneLogLine> GetCompleteSetupLines()
+	{
+		return {LogWarning(TEXT("Default game mode set to: /Orvane/Orvane_GM.Orvane_GM_C")),
+			LogWarning(TEXT("LiveLink source created successfully")),
+			LogWarning(TEXT("Orvane Camera created successfully"))};
+	}
+
+	TArray<FOrvaneLogLine> GetPresetStepLines()
+	{
+		return {LogWarning(TEXT("Delayed Preset creation")), LogWarning(TEXT("LiveLink preset created successfully")),
+			LogWarning(TEXT("LiveLink startup preset configured")),
+			LogWarning(TEXT("LiveLink preset applied to camera successfully"))};
+	}
+
+	TArray<FOrvaneLogLine> GetTwoCompleteSetupsLines(const FString& FirstCameraName)
+	{
+		TArray<FOrvaneLogLine> Lines = GetCompleteSetupLines();
+		Lines.Append({LogWarning(TEXT("Default game mode set to: /Orvane/Orvane_GM.Orvane_GM_C")),
+			LogWarning(TEXT("LiveLink source created successfully")),
+			LogWarning(TEXT("Removing existing Orvane camera: ") + FirstCameraName),
+			LogWarning(TEXT("Removed 1 existing Orvane cameras")),
+			LogWarning(TEXT("Orvane Camera created successfully"))});
+		return Lines;
+	}
+
+	void ExpectTwoCompleteSetups(FAutomationTestBase& Test)
+	{
+		const FString RemovalPrefix = TEXT("Removing existing Orvane camera: ");
+		TArray<FOrvaneLogLine> Declared = GetTwoCompleteSetupsLines(FString());
+		Declared.RemoveAll(
+			[&RemovalPrefix](const FOrvaneLogLine& Line)
+			{
+				return Line.Text == RemovalPrefix;
+			});
+		Declared.Append(GetPresetStepLines());
+		Declared.Append(GetPresetStepLines());
+		FOrvaneLogCapture::ExpectLines(Test, Declared);
+		Test.AddExpectedErrorPlain(RemovalPrefix, EAutomationExpectedErrorFlags::Contains, 1);
 	}
 } // namespace OrvaneCameraManagerTests
 

@@ -4,10 +4,12 @@
 
 #include "CoreMinimal.h"
 #include "Engine/Scene.h"
+#include "OrvaneLogCapture.h"
 
 #if WITH_DEV_AUTOMATION_TESTS
 
 class AActor;
+class FAutomationTestBase;
 class UClass;
 class UWorld;
 
@@ -60,6 +62,24 @@ namespace OrvaneCameraManagerTests
 
 	/** The lines of an .ini text that differ, as "-old" and "+new" lines (a line diff, in order). */
 	TArray<FString> DiffLines(const FString& Before, const FString& After);
+
+	/** Whether the only lines an .ini text changed by are game mode lines of the game maps settings (or blank). */
+	bool OnlyGameModeChanged(const FString& Before, const FString& After);
+
+	/** The lines of a complete setup that succeeds in a level without a camera of the plug-in. */
+	TArray<FOrvaneLogLine> GetCompleteSetupLines();
+
+	/** The lines of the deferred preset step when it saves the preset and binds it to a camera. */
+	TArray<FOrvaneLogLine> GetPresetStepLines();
+
+	/** The lines of two complete setups in a row: the second removes the camera of the first. */
+	TArray<FOrvaneLogLine> GetTwoCompleteSetupsLines(const FString& FirstCameraName);
+
+	/**
+	 * Declares the lines of two complete setups in a row and of their two preset steps. The removal line names a
+	 * camera that does not exist yet, so it is declared by its beginning.
+	 */
+	void ExpectTwoCompleteSetups(FAutomationTestBase& Test);
 } // namespace OrvaneCameraManagerTests
 
 #endif

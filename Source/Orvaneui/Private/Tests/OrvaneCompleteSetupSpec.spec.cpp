@@ -28,40 +28,31 @@ BEGIN_DEFINE_SPEC(FOrvaneCompleteSetupSpec, "Orvane.CameraManager.CompleteSetup"
 		return GEngine && GEngine->PriorityScreenMessages.Num() > 0 ? &GEngine->PriorityScreenMessages[0] : nullptr;
 	}
 
-	/** The lines a default configuration file changed by since the test began. */
-	TArray<FString> GetConfigChanges(const FString& BaseFilename) const
-	{
-		return DiffLines(Scope.GetSettingsAtBegin().GetConfigText(BaseFilename),
-			FOrvaneProjectSettingsSnapshot::ReadConfigText(BaseFilename));
-	}
-
-	/** Whether every changed line of DefaultEngine.ini is a game mode line. */
+	/** Whether DefaultEngine.ini changed only in its game mode since the test began. */
 	bool OnlyGameModeChangedInEngineConfig() const
 	{
-		for (const FString& Change : GetConfigChanges(TEXT("DefaultEngine.ini")))
-		{
-			if (!Change.Mid(1).StartsWith(TEXT("GlobalDefaultGameMode=")) &&
-				!Change.Mid(1).StartsWith(TEXT("[/Script/EngineSettings.GameMapsSettings]")) &&
-				!Change.Mid(1).IsEmpty())
+		return OnlyGameModeChanged(Scope.GetSettingsAtBegin().GetConfigText(TEXT("DefaultEngine.ini")),
+			FOrvaneProjectSettingsSnapshot::ReadConfigText(TEXT("DefaultEngine.ini")));
+	}
+
+	/** The lines of one successful setup and of its preset step, declared to the test. */
+	TArray<FOrvaneLogLine> ExpectOneSetupWithItsPresetStep()
+	{
+		TArray<FOrvaneLogLine> Expected = GetCompleteSetupLines();
+		Expected.Append(GetPresetStepLines());
+		FOrvaneLogCapture::ExpectLines(*this, Expected);
+		return Expected;
+	}
+
+	/** Lets the preset step run, then checks every line the test logged and ends the test. */
+	void FinishAfterPresetStep(const FDoneDelegate& Done, const TArray<FOrvaneLogLine>& Expected)
+	{
+		WaitSeconds(1.2,
+			[this, Done, Expected]()
 			{
-				return false;
-			}
-		}
-		return true;
-	}
-
-	/** The setup's lines when it succeeds on a level without a camera, and its preset step's lines. */
-	TArray<FOrvaneLogLine> GetSuccessfulSetupLines() const
-	{
-		return {LogWarning(GameModeLine), LogWarning(TEXT("LiveLink source created successfully")),
-			LogWarning(TEXT("Orvane Camera created successfully"))};
-	}
-
-	TArray<FOrvaneLogLine> GetPresetStepLines() const
-	{
-		return {LogWarning(TEXT("Delayed Preset creation")), LogWarning(TEXT("LiveLink preset created successfully")),
-			LogWarning(TEXT("LiveLink startup preset configured")),
-			LogWarning(TEXT("LiveLink preset applied to camera successfully"))};
+				Scope.GetLog().TestLines(*this, TEXT("Lines"), Expected);
+				Done.Execute();
+			});
 	}
 END_DEFINE_SPEC(FOrvaneCompleteSetupSpec)
 
@@ -87,9 +78,7 @@ void FOrvaneCompleteSetupSpec::Define()
 				[this](const FDoneDelegate& Done)
 				{
 					FOrvaneSetupTestScope::SetRendererAlphaReady(false, 0);
-					TArray<FOrvaneLogLine> Expected = GetSuccessfulSetupLines();
-					Expected.Append(GetPresetStepLines());
-					FOrvaneLogCapture::ExpectLines(*this, Expected);
+					const TArray<FOrvaneLogLine> Expected = ExpectOneSetupWithItsPresetStep();
 					const int32 MessagesBefore = GEngine->PriorityScreenMessages.Num();
 
 					TestTrue(TEXT("Result"),
@@ -139,7 +128,7 @@ void FOrvaneCompleteSetupSpec::Define()
 						TestTrue(TEXT("Text scale"), Message->TextScale == FVector2D(1.0f, 1.0f));
 						TestEqual(TEXT("Key"), Message->Key, (uint64)INDEX_NONE);
 					}
-					Scope.GetLog().TestLines(*this, TEXT("Synchronous lines"), GetSuccessfulSetupLines());
+					Scope.GetLog().TestLines(*this, TEXT("Synchronous lines"), GetCompleteSetupLines());
 
 					const TWeakObjectPtr<AActor> CameraRef = Camera;
 					WaitSeconds(0.9,
@@ -175,9 +164,7 @@ void FOrvaneCompleteSetupSpec::Define()
 				[this](const FDoneDelegate& Done)
 				{
 					FOrvaneSetupTestScope::SetRendererAlphaReady(false, 0);
-					TArray<FOrvaneLogLine> Expected = GetSuccessfulSetupLines();
-					Expected.Append(GetPresetStepLines());
-					FOrvaneLogCapture::ExpectLines(*this, Expected);
+					const TArray<FOrvaneLogLine> Expected = ExpectOneSetupWithItsPresetStep();
 
 					TestTrue(TEXT("Result"),
 						FOrvaneCameraManager::CreateCompleteSetup(MakeFreeLoopbackEndpoint(), PresetName, false));
@@ -190,21 +177,14 @@ void FOrvaneCompleteSetupSpec::Define()
 						TEXT("DefaultEngine.ini changed only in its game mode"), OnlyGameModeChangedInEngineConfig());
 					TestEqual(
 						TEXT("No blendables"), GetBlendables(FOrvaneCameraManager::GetLastCreatedCamera()).Num(), 0);
-					WaitSeconds(1.2,
-						[this, Done, Expected]()
-						{
-							Scope.GetLog().TestLines(*this, TEXT("Lines"), Expected);
-							Done.Execute();
-						});
+					FinishAfterPresetStep(Done, Expected);
 				});
 
 			LatentIt("with render alpha on an alpha-ready project saves no renderer setting",
 				[this](const FDoneDelegate& Done)
 				{
 					FOrvaneSetupTestScope::SetRendererAlphaReady(true, 4);
-					TArray<FOrvaneLogLine> Expected = GetSuccessfulSetupLines();
-					Expected.Append(GetPresetStepLines());
-					FOrvaneLogCapture::ExpectLines(*this, Expected);
+					const TArray<FOrvaneLogLine> Expected = ExpectOneSetupWithItsPresetStep();
 
 					TestTrue(TEXT("Result"),
 						FOrvaneCameraManager::CreateCompleteSetup(MakeFreeLoopbackEndpoint(), PresetName, true));
@@ -213,21 +193,14 @@ void FOrvaneCompleteSetupSpec::Define()
 						TEXT("DefaultEngine.ini changed only in its game mode"), OnlyGameModeChangedInEngineConfig());
 					TestEqual(TEXT("Mask material applied"),
 						GetBlendables(FOrvaneCameraManager::GetLastCreatedCamera()).Num(), 1);
-					WaitSeconds(1.2,
-						[this, Done, Expected]()
-						{
-							Scope.GetLog().TestLines(*this, TEXT("Lines"), Expected);
-							Done.Execute();
-						});
+					FinishAfterPresetStep(Done, Expected);
 				});
 
 			LatentIt("with only one renderer field off saves both fields",
 				[this](const FDoneDelegate& Done)
 				{
 					FOrvaneSetupTestScope::SetRendererAlphaReady(true, 0);
-					TArray<FOrvaneLogLine> Expected = GetSuccessfulSetupLines();
-					Expected.Append(GetPresetStepLines());
-					FOrvaneLogCapture::ExpectLines(*this, Expected);
+					const TArray<FOrvaneLogLine> Expected = ExpectOneSetupWithItsPresetStep();
 
 					TestTrue(TEXT("Result"),
 						FOrvaneCameraManager::CreateCompleteSetup(MakeFreeLoopbackEndpoint(), PresetName, true));
@@ -243,12 +216,7 @@ void FOrvaneCompleteSetupSpec::Define()
 						FString(TEXT("4")));
 					TestEqual(TEXT("Frame buffer format in memory"),
 						(int32)GetDefault<URendererSettings>()->DefaultBackBufferPixelFormat.GetValue(), 4);
-					WaitSeconds(1.2,
-						[this, Done, Expected]()
-						{
-							Scope.GetLog().TestLines(*this, TEXT("Lines"), Expected);
-							Done.Execute();
-						});
+					FinishAfterPresetStep(Done, Expected);
 				});
 
 			LatentIt(
@@ -295,16 +263,7 @@ void FOrvaneCompleteSetupSpec::Define()
 			LatentIt("run twice leaves one camera, the new one, and both preset steps bind to it",
 				[this](const FDoneDelegate& Done)
 				{
-					// The removal line names the first camera, known only once it exists.
-					TArray<FOrvaneLogLine> Declared = GetSuccessfulSetupLines();
-					Declared.Append({LogWarning(GameModeLine), LogWarning(TEXT("LiveLink source created successfully")),
-						LogWarning(TEXT("Removed 1 existing Orvane cameras")),
-						LogWarning(TEXT("Orvane Camera created successfully"))});
-					Declared.Append(GetPresetStepLines());
-					Declared.Append(GetPresetStepLines());
-					FOrvaneLogCapture::ExpectLines(*this, Declared);
-					AddExpectedErrorPlain(
-						TEXT("Removing existing Orvane camera: "), EAutomationExpectedErrorFlags::Contains, 1);
+					ExpectTwoCompleteSetups(*this);
 
 					const FString Endpoint = MakeFreeLoopbackEndpoint();
 					TestTrue(
@@ -315,11 +274,7 @@ void FOrvaneCompleteSetupSpec::Define()
 						TEXT("Second result"), FOrvaneCameraManager::CreateCompleteSetup(Endpoint, PresetName, false));
 					const TWeakObjectPtr<AActor> SecondCamera = FOrvaneCameraManager::GetLastCreatedCamera();
 
-					TArray<FOrvaneLogLine> Expected = GetSuccessfulSetupLines();
-					Expected.Append({LogWarning(GameModeLine), LogWarning(TEXT("LiveLink source created successfully")),
-						LogWarning(TEXT("Removing existing Orvane camera: ") + FirstName),
-						LogWarning(TEXT("Removed 1 existing Orvane cameras")),
-						LogWarning(TEXT("Orvane Camera created successfully"))});
+					TArray<FOrvaneLogLine> Expected = GetTwoCompleteSetupsLines(FirstName);
 					Scope.GetLog().TestLines(*this, TEXT("Synchronous lines"), Expected);
 					Expected.Append(GetPresetStepLines());
 					Expected.Append(GetPresetStepLines());

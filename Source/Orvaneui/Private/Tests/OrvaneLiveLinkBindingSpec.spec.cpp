@@ -28,7 +28,6 @@ BEGIN_DEFINE_SPEC(FOrvaneLiveLinkBindingSpec, "Orvane.CameraManager.LiveLink",
 	const FString PresetName = TEXT("LiveLinkSpec_Preset");
 	const FString SecondPresetName = TEXT("LiveLinkSpec_Second");
 	const FString SubfolderPresetName = TEXT("LiveLinkSpec/Sub_Preset");
-	const FString GameModeLine = TEXT("Default game mode set to: /Orvane/Orvane_GM.Orvane_GM_C");
 
 	/**
 	 * A cine camera Blueprint class (in memory) with only some of the camera Blueprint's variables, for the bindings
@@ -53,19 +52,6 @@ BEGIN_DEFINE_SPEC(FOrvaneLiveLinkBindingSpec, "Orvane.CameraManager.LiveLink",
 		}
 		FKismetEditorUtilities::CompileBlueprint(Blueprint);
 		return Blueprint->GeneratedClass;
-	}
-
-	TArray<FOrvaneLogLine> GetSetupLines() const
-	{
-		return {LogWarning(GameModeLine), LogWarning(TEXT("LiveLink source created successfully")),
-			LogWarning(TEXT("Orvane Camera created successfully"))};
-	}
-
-	TArray<FOrvaneLogLine> GetPresetStepLines() const
-	{
-		return {LogWarning(TEXT("Delayed Preset creation")), LogWarning(TEXT("LiveLink preset created successfully")),
-			LogWarning(TEXT("LiveLink startup preset configured")),
-			LogWarning(TEXT("LiveLink preset applied to camera successfully"))};
 	}
 
 	FString GetStartupPresetPath() const
@@ -115,15 +101,7 @@ void FOrvaneLiveLinkBindingSpec::Define()
 			LatentIt("runs one preset step per setup, each saving its own preset and binding the camera of the moment",
 				[this](const FDoneDelegate& Done)
 				{
-					TArray<FOrvaneLogLine> Declared = GetSetupLines();
-					Declared.Append({LogWarning(GameModeLine), LogWarning(TEXT("LiveLink source created successfully")),
-						LogWarning(TEXT("Removed 1 existing Orvane cameras")),
-						LogWarning(TEXT("Orvane Camera created successfully"))});
-					Declared.Append(GetPresetStepLines());
-					Declared.Append(GetPresetStepLines());
-					FOrvaneLogCapture::ExpectLines(*this, Declared);
-					AddExpectedErrorPlain(
-						TEXT("Removing existing Orvane camera: "), EAutomationExpectedErrorFlags::Contains, 1);
+					ExpectTwoCompleteSetups(*this);
 
 					TestTrue(TEXT("First setup"),
 						FOrvaneCameraManager::CreateCompleteSetup(MakeFreeLoopbackEndpoint(), PresetName, false));
@@ -134,11 +112,7 @@ void FOrvaneLiveLinkBindingSpec::Define()
 						FOrvaneCameraManager::CreateCompleteSetup(MakeFreeLoopbackEndpoint(), SecondPresetName, false));
 					const TWeakObjectPtr<AActor> Camera = FOrvaneCameraManager::GetLastCreatedCamera();
 
-					TArray<FOrvaneLogLine> Expected = GetSetupLines();
-					Expected.Append({LogWarning(GameModeLine), LogWarning(TEXT("LiveLink source created successfully")),
-						LogWarning(TEXT("Removing existing Orvane camera: ") + FirstCameraName),
-						LogWarning(TEXT("Removed 1 existing Orvane cameras")),
-						LogWarning(TEXT("Orvane Camera created successfully"))});
+					TArray<FOrvaneLogLine> Expected = GetTwoCompleteSetupsLines(FirstCameraName);
 					Expected.Append(GetPresetStepLines());
 					Expected.Append(GetPresetStepLines());
 
@@ -160,7 +134,7 @@ void FOrvaneLiveLinkBindingSpec::Define()
 			LatentIt("still saves the preset when the camera is gone, and says the camera is null",
 				[this](const FDoneDelegate& Done)
 				{
-					TArray<FOrvaneLogLine> Expected = GetSetupLines();
+					TArray<FOrvaneLogLine> Expected = GetCompleteSetupLines();
 					Expected.Append({LogWarning(TEXT("Delayed Preset creation")),
 						LogWarning(TEXT("LiveLink preset created successfully")),
 						LogWarning(TEXT("LiveLink startup preset configured")), LogError(TEXT("Camera is null"))});

@@ -98,7 +98,7 @@ void FOrvaneMaterialSpec::Define()
 					Scope.GetLog().TestLines(*this, TEXT("Lines"), Expected);
 				});
 
-			It("refuses an empty path without loading anything",
+			It("refuses an empty path",
 				[this]()
 				{
 					const TArray<FOrvaneLogLine> Expected = {LogWarning(FailureLine)};

@@ -229,7 +229,7 @@ void FOrvaneRemovalSpec::Define()
 					Scope.GetLog().TestLines(*this, TEXT("Lines"), {});
 				});
 
-			It("handles a preset and its package both found in memory, deleting the file once",
+			It("destroys a preset and its package that are both in memory, and deletes the file",
 				[this]()
 				{
 					TestTrue(TEXT("Preset saved"), UOrvaneLiveLinkHelper::SaveLiveLinkPreset(PresetName));
